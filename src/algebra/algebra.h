@@ -1,0 +1,153 @@
+/// @file
+/// The expression evaluator.
+#pragma once
+
+#include <list>
+#include <string>
+#include <utility>
+
+#include "algebra/function.h"
+#include "algebra/result.h"
+#include "algebra/token.h"
+#include "export.h"
+
+namespace ko::alg {
+
+/// The expression evaluator: variables, functions, macros and one parsed program.
+///
+/// It owns all of these. A copy is complete and independent. An object is used by one thread at a
+/// time; two objects may be used by two threads, a copy and its source among them. After an
+/// exception an evaluator can be used and destroyed as before; variables that the failed
+/// expression had assigned keep their new values.
+class KO_API algebra_t {
+public:
+    class imp_t;
+
+    /// An evaluator with the built-in functions, no variables and no macros.
+    algebra_t();
+    /// Copies everything but the numeric-only flag and the parse error text, which start afresh.
+    algebra_t(const algebra_t& other);
+    /// The same copy into this object, which keeps its numeric-only flag and parse error text.
+    /// Assigned to itself, an evaluator is unchanged.
+    algebra_t& operator=(const algebra_t& other);
+    virtual ~algebra_t();
+
+    /// @name Programs
+    /// @{
+
+    /// Parses the first statement of `text` into this evaluator's program.
+    /// @return false when it is blank or not well formed; see `parse_error_get`
+    /// @throws ko::exception_t an unterminated quote or comment, or endless macros
+    bool parse(const std::string& text);
+    /// Parses the first statement of `text` into a list of the caller's, replacing its tokens.
+    bool parse(const std::string& text, list_t& tokens);
+
+    /// Evaluates the program; the integer 0 when there is none.
+    result_t evaluate();
+    /// Evaluates a list that `parse` filled: its first token, against this evaluator.
+    result_t evaluate(const list_t& tokens);
+    /// Parses and evaluates the first statement of `text`.
+    /// @throws ko::exception_t the parse error text, or what the evaluation reports
+    result_t evaluate(const std::string& text);
+    /// Parses and evaluates the first statement of `text`; a failure gives `text` itself as a
+    /// string.
+    ///
+    /// An exception on the way is reported as one line on standard output, without its message;
+    /// a parse that fails without one is not reported. Only exceptions that are not a
+    /// `ko::exception_t` escape.
+    result_t evaluate_safe(const std::string& text);
+
+    /// Turns the numeric-only mode on or off: names, commas and assignment are then not read.
+    void numeric_only_set(bool on);
+    /// The message of the last parse that failed; a success does not clear it.
+    const std::string& parse_error_get() const;
+    /// @}
+
+    /// @name Functions
+    /// Defines a host function, or replaces the function of that name, built-in ones included.
+    /// Programs parsed earlier keep the function they were parsed with.
+    /// @{
+    void define(const std::string& name, function0_t function);
+    void define(const std::string& name, function1_t function);
+    void define(const std::string& name, function2_t function);
+    void define(const std::string& name, function3_t function);
+    /// @param count number of arguments that a call must have
+    void define(const std::string& name, function_list_t function, int count);
+    /// @}
+
+    /// @name Macros
+    /// @{
+
+    /// Defines a script function when `key` is "name(p1, ...)" and `value` parses; otherwise the
+    /// macro `key`, whole words of which are replaced by `value` before a text is parsed.
+    /// @throws ko::exception_t an empty key, or one that is not a letter followed by letters,
+    ///         digits and "_"
+    void macro_define(const std::string& key, const std::string& value);
+    /// Removes a macro; an unknown key is ignored.
+    void macro_undefine(const std::string& key);
+    /// Replaces the macros in `in`.
+    /// @param in the text
+    /// @param out receives the result; may be the same object as `in`
+    /// @throws ko::exception_t when the replacements do not come to an end
+    void macro_decode(const std::string& in, std::string& out);
+    /// Appends every macro definition ever made, in order, then every script function as
+    /// "name( p1, p2 )" and its body.
+    void macros_get(std::list<std::pair<std::string, std::string>>& out) const;
+    /// @}
+
+    /// @name Variables
+    /// @{
+
+    /// Saves a copy of all variables on a stack.
+    void memory_push();
+    /// Restores the variables last saved; without any, nothing happens.
+    void memory_pop();
+    /// Restores the set of variables last saved, those still there keeping their current values.
+    /// @throws ko::exception_t when nothing is saved
+    void memory_pop_diff();
+    /// Replaces the variables by a copy of those of `other`.
+    void memory_copy(const algebra_t& other);
+
+    /// Stores a value, creating the variable or replacing its whole value.
+    void assign(const std::string& name, int value);
+    void assign(const std::string& name, long value);
+    void assign(const std::string& name, float value);
+    void assign(const std::string& name, double value);
+    void assign(const std::string& name, const std::string& value); ///< the text, not evaluated
+    void assign(const std::string& name, const char* value);        ///< the text, not evaluated
+    void assign(const std::string& name, const result_t& value);
+    /// Evaluates the first statement of `expression` and stores its value.
+    ///
+    /// The outcome of the parse is ignored: what it left is evaluated, and a blank expression
+    /// stores the integer 0.
+    void eval_and_assign(const std::string& name, const std::string& expression);
+
+    /// A copy of a variable's value.
+    /// @throws ko::exception_t when there is no such variable; the message ends in a line feed
+    result_t get(const std::string& name) const;
+    /// True when there is a variable of that name.
+    bool find(const std::string& name) const;
+    /// The stored value, created as the integer 0 when missing.
+    ///
+    /// The reference stays valid until a `memory_pop`, `memory_pop_diff`, `memory_copy`, an
+    /// assignment to the evaluator or its destruction.
+    result_t& operator[](const std::string& name);
+    /// @}
+
+private:
+    friend struct ko::layout_t;
+
+    imp_t* imp;
+};
+
+/// Evaluates an expression with an evaluator of its own.
+/// @param text the expression
+/// @param value receives the result; unchanged on failure
+/// @param throw_errors true throws what false reports by the result
+/// @return true on success
+/// @throws ko::exception_t in any case what parsing throws (an unterminated quote, say)
+KO_API bool algebra(const std::string& text, result_t& value, bool throw_errors);
+/// Evaluates an expression and gives its float reading.
+KO_API bool algebra(const std::string& text, float& value);
+
+} // namespace ko::alg

@@ -1,0 +1,55 @@
+/// @file
+/// Records of the functions that an expression can call.
+#pragma once
+
+#include <list>
+#include <string>
+#include <vector>
+
+#include "algebra/result.h"
+#include "export.h"
+
+namespace ko::alg {
+
+class algebra_t;
+
+/// @name Kinds of host function
+/// The first argument is the evaluator that makes the call.
+/// @{
+using function0_t = result_t (*)(algebra_t&);
+using function1_t = result_t (*)(algebra_t&, result_t);
+using function2_t = result_t (*)(algebra_t&, result_t, result_t);
+using function3_t = result_t (*)(algebra_t&, result_t, result_t, result_t);
+using function_list_t = result_t (*)(algebra_t&, std::vector<result_t>);
+/// @}
+
+/// A host or built-in function: a plain record of which exactly one pointer is set.
+struct KO_API function_prototype_t {
+    std::string name;                        ///< name in expressions
+    int argument_count = 0;                  ///< number of arguments of a call
+    function0_t function0 = nullptr;         ///< takes no argument
+    function1_t function1 = nullptr;         ///< takes one
+    function2_t function2 = nullptr;         ///< takes two
+    function3_t function3 = nullptr;         ///< takes three
+    function_list_t function_list = nullptr; ///< takes all of them in a vector
+};
+
+/// A function written in the expression language: a copyable record that owns its strings.
+struct KO_API function_t {
+    std::string name;                  ///< name in expressions
+    std::string body;                  ///< expression that a call evaluates
+    std::list<std::string> parameters; ///< parameter names in written order
+
+    /// Reads a definition.
+    ///
+    /// The body is checked by parsing it with a new evaluator that has the built-in functions
+    /// only.
+    /// @param key "name(p1, p2, ...)"
+    /// @param body_text the expression
+    /// @param error receives the message when the result is false
+    /// @return true when both are well formed; name, body and parameters are then set
+    /// @throws ko::exception_t when the check of the body throws, as for an unterminated quote
+    bool parse(const std::string& key, const std::string& body_text, std::string& error);
+};
+
+} // namespace ko::alg

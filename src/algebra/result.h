@@ -1,0 +1,105 @@
+/// @file
+/// The value of the expression evaluator and its operators.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "export.h"
+
+namespace ko::alg {
+
+/// The value of the expression evaluator: an integer, a float or a string.
+///
+/// A plain value that owns its text. A number carries both an integer and a float view of itself;
+/// a string reads as 0 in both. There is no boolean type: truth is the integer 0 or 1.
+/// Conversions, wrapping and rounding are those of a 32-bit ARM processor on every platform.
+class KO_API result_t {
+public:
+    /// Type codes, in the order of promotion: the larger one wins.
+    enum type_e : unsigned { type_int = 0, type_float = 1, type_string = 2 };
+
+    result_t();             ///< the integer 0
+    result_t(bool value);   ///< the integer 0 or 1
+    result_t(int value);    ///< an integer
+    result_t(long value);   ///< an integer, the low 32 bits of `value`
+    result_t(float value);  ///< a float; the integer view is truncated towards zero
+    result_t(double value); ///< a float rounded from `value`; the integer view is truncated
+                            ///< from `value` itself, which callers rely on
+    result_t(const std::string& value); ///< a string
+    result_t(const char* value);        ///< a string
+
+    /// The type code.
+    unsigned type_get() const;
+    /// Stores the type code and changes nothing else.
+    void type_set(unsigned type);
+    /// Stores the larger of two type codes.
+    void type_set(unsigned a, unsigned b);
+
+    bool is_int() const;    ///< the type code is 0
+    bool is_float() const;  ///< the type code is 1
+    bool is_string() const; ///< the type code is 2
+
+    /// The integer reading: a float truncated towards zero (saturating, 0 for NaN), 0 for a
+    /// string.
+    int int_get() const;
+    /// The float reading: an integer converted, 0 for a string.
+    float float_get() const;
+
+    /// The value as text.
+    ///
+    /// A string gives itself and an integer its decimal digits, whatever the arguments.
+    /// @param scientific true writes a float with an exponent
+    /// @param precision number of decimals of a float; 0 with `scientific` false gives the
+    /// general
+    ///        form with 6 significant digits
+    std::string string_get(bool scientific, unsigned precision) const;
+
+private:
+    friend struct ko::layout_t;
+
+    int int_value;
+    float float_value;
+    std::string string_value;
+    unsigned type;
+};
+
+/// Writes a tag, "(i) ", "(f) " or "(s) ", and the value; a number in the stream's own format,
+/// but always with the digits and the decimal point of the "C" locale.
+KO_API std::ostream& operator<<(std::ostream& out, const result_t& value);
+
+/// @name Operators
+///
+/// The type of a result is the larger type code of the operands. Integers wrap at 32 bits, floats
+/// have single precision. `%`, `<<`, `>>`, `&`, `^`, `|`, `&&`, `||` read both operands as
+/// integers and give an integer; comparisons give the integer 0 or 1 and compare a number with a
+/// string by the number's text. Of a shift count only the low 8 bits count.
+///
+/// Throws `ko::exception_t` for an operand type that an operator does not take ("operator '*' --
+/// illegal type" and alike), "divide by zero" and "modulo by zero".
+/// @{
+KO_API result_t operator!(const result_t& a);
+KO_API result_t operator-(const result_t& a);
+KO_API result_t operator+(const result_t& a);
+KO_API result_t operator~(const result_t& a);
+KO_API result_t operator*(const result_t& a, const result_t& b);
+KO_API result_t operator/(const result_t& a, const result_t& b);
+KO_API result_t operator%(const result_t& a, const result_t& b);
+KO_API result_t operator-(const result_t& a, const result_t& b);
+KO_API result_t operator+(const result_t& a, const result_t& b);
+KO_API result_t operator<<(const result_t& a, const result_t& b);
+KO_API result_t operator>>(const result_t& a, const result_t& b);
+KO_API result_t operator&(const result_t& a, const result_t& b);
+KO_API result_t operator^(const result_t& a, const result_t& b);
+KO_API result_t operator|(const result_t& a, const result_t& b);
+KO_API result_t operator&&(const result_t& a, const result_t& b);
+KO_API result_t operator||(const result_t& a, const result_t& b);
+KO_API result_t operator<(const result_t& a, const result_t& b);
+KO_API result_t operator<=(const result_t& a, const result_t& b);
+KO_API result_t operator>(const result_t& a, const result_t& b);
+KO_API result_t operator>=(const result_t& a, const result_t& b);
+KO_API result_t operator==(const result_t& a, const result_t& b);
+KO_API result_t operator!=(const result_t& a, const result_t& b);
+/// @}
+
+} // namespace ko::alg

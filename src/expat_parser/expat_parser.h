@@ -1,0 +1,80 @@
+/// @file
+/// An event-driven XML reader over expat.
+#pragma once
+
+#include <cstring>
+#include <map>
+#include <string>
+
+#include "export.h"
+
+struct XML_ParserStruct;
+
+namespace ko::xml {
+
+/// Reads one XML document, from a file or from memory, and calls back for what it finds.
+///
+/// Derive from it and override the callbacks; they do nothing here. An object owns its expat
+/// parser and reads one document: a second `parse` or `parse_buffer` fails with
+/// `xml_parse_error`. It is used by one thread, on which the callbacks run. After the first
+/// exception out of a callback no further callback is made, and the parse throws it as a
+/// `ko::errorcode_t`; an exception that is no `std::exception` only silences the callbacks, which
+/// callers rely on.
+class KO_API expat_parser_t {
+public:
+    /// Orders zero-terminated strings by `strcmp`.
+    struct string_cmp_t {
+        bool operator()(const char* a, const char* b) const { return std::strcmp(a, b) < 0; }
+    };
+
+    /// Attribute values by name. The pointers are expat's and valid only during the callback.
+    using attribute_map_t = std::map<const char*, const char*, string_cmp_t>;
+
+    /// @name Callbacks
+    /// With namespace processing a name is "uri|local|prefix", "uri|local" in a default namespace
+    /// or "local" in none; without, it is as written.
+    /// @{
+    virtual void start_element(const std::string& name, const attribute_map_t& attributes);
+    virtual void end_element(const std::string& name);
+    /// A run of text may arrive in several calls.
+    virtual void character_data(const std::string& text);
+    virtual void start_cdata();
+    virtual void end_cdata();
+    /// @}
+
+    virtual ~expat_parser_t();
+
+    /// @param namespaces true turns namespace processing on
+    /// @throws std::bad_alloc when expat cannot make a parser
+    explicit expat_parser_t(bool namespaces);
+    expat_parser_t(const expat_parser_t&) = delete;
+    expat_parser_t& operator=(const expat_parser_t&) = delete;
+
+    /// Reads a whole file.
+    /// @throws ko::errorcode_t `xml_file_open`, `xml_file_read`, `xml_parse_error` (message and
+    ///         position from expat), `xml_internal`, or the error of a callback with its position
+    void parse(const std::string& file_name);
+
+    /// Reads a whole document in memory.
+    /// @throws ko::errorcode_t `xml_parse_error`, or the error of a callback with its position
+    void parse_buffer(const std::string& text);
+
+    /// The current position as "line=L column=C"; lines count from 1, columns from 0.
+    std::string position_describe() const;
+    unsigned long line_number_get() const;   ///< current line, from 1
+    unsigned long column_number_get() const; ///< current column, from 0
+    long byte_index_get() const;             ///< current byte, from 0; -1 when there is none
+    /// The file of the last `parse`; empty before and after a `parse_buffer`.
+    std::string file_name_get() const;
+
+private:
+    friend struct ko::layout_t;
+    friend struct expat_callbacks_t;
+
+    XML_ParserStruct* parser;
+    std::string file_name;
+    unsigned error_code;
+    std::string error_message;
+};
+
+} // namespace ko::xml

@@ -1,0 +1,42 @@
+/// @file
+/// Interned strings.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "export.h"
+
+namespace ko::lxml {
+
+/// A table of strings that gives each an integer id, its atom.
+///
+/// Ids count from 0 in the order in which strings first came; 0 is the empty string. The table
+/// owns its texts and only grows; ids and the references it hands out stay valid as long as it
+/// lives. It is used by one thread at a time.
+class KO_API atom_table_t {
+public:
+    /// A table that holds the empty string.
+    atom_table_t();
+    atom_table_t(const atom_table_t&) = delete;
+    atom_table_t& operator=(const atom_table_t&) = delete;
+    ~atom_table_t();
+
+    /// The id of `text`, which is added when new.
+    int get(const std::string& text);
+    /// The id of `text`, or -1; never adds it.
+    int find(const std::string& text) const;
+    /// The text of an id, or the empty string for an unknown one.
+    const std::string& text_get(int id) const;
+
+private:
+    friend struct ko::layout_t;
+
+    int next_id;
+    std::deque<std::string> by_id;
+    std::unordered_map<std::string_view, int> by_name;
+};
+
+} // namespace ko::lxml

@@ -1,0 +1,107 @@
+/// @file
+/// A document: the owner of a tree of elements.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "export.h"
+#include "lxml/atom_table.h"
+#include "lxml/element.h"
+
+namespace ko::lxml {
+
+/// An XML document: the owner of all elements made in it, of their names and of the namespace
+/// prefixes met while loading.
+///
+/// Its destructor deletes every element. A shared atom table is borrowed and must outlive it. A
+/// document and its elements are used by one thread at a time. A load that throws leaves `root`
+/// as it was; elements made before the failure stay owned by the document.
+class KO_API document_t {
+public:
+    /// Every element of the document, by address.
+    using elements_t = std::set<element_t*>;
+
+    /// An empty document with an atom table of its own.
+    document_t();
+    /// An empty document that names its nodes in the caller's table.
+    /// @throws ko::exception_t when `shared` is null
+    explicit document_t(atom_table_t* shared);
+    /// A document with an atom table of its own and a deep clone of the tree of `source`: names,
+    /// attributes and children, but no text, no file name and no prefixes.
+    document_t(const document_t& source);
+    document_t& operator=(const document_t&) = delete;
+    ~document_t();
+
+    /// @name Elements
+    /// @{
+
+    /// Makes an element that is not attached anywhere.
+    element_t* element_create(const std::string& name, const std::string& ns);
+    /// Deletes an element and its attributes; its children are not touched. Nothing may refer to
+    /// it any more; freeing the root makes `root` null.
+    /// @throws ko::exception_t "element_free() -- given element not in document"
+    void element_free(element_t* e);
+    /// Unlinks `e` from the tree, frees its descendants and `e` itself.
+    /// @throws ko::exception_t "element_free() -- given element not in document"
+    void element_remove(element_t* e);
+    /// @}
+
+    /// @name Loading
+    /// Errors are those of `ko::xml::expat_parser_t::parse` and `parse_buffer`.
+    /// @{
+
+    /// Builds the tree of a file and makes it the root; sets `file_name`.
+    ///
+    /// A failure is also reported as one line on standard output.
+    /// @return true
+    bool load(const std::string& file);
+    /// Builds the tree of a file; `root` and `file_name` stay.
+    /// @return the top element
+    element_t* load_raw(const std::string& file);
+    /// Builds the tree of a text and makes it the root.
+    /// @return true
+    bool load_from_string(const std::string& text);
+    /// Builds the tree of a text; `root` stays.
+    /// @return the top element
+    element_t* load_from_string_raw(const std::string& text);
+    /// @}
+
+    /// Writes the tree to a file; a document without a root gives an empty file.
+    ///
+    /// The file is truncated first, so that a failure leaves a part of it.
+    /// @param trim, pretty see `element_t::print`
+    /// @throws ko::exception_t "error opening file %s" or "error writing file %s"
+    void save(const std::string& file, bool trim, bool pretty);
+
+    /// @name Namespaces
+    /// There is one binding a prefix and one a namespace in the whole document; the last one
+    /// wins. The functions add their arguments to the atom table.
+    /// @{
+
+    /// Binds a prefix and a namespace name to each other.
+    void add_ns_prefix(const std::string& prefix, const std::string& uri);
+    /// The prefix of a namespace name; the empty string when there is none.
+    const std::string& uri_prefix_get(const std::string& uri);
+    /// The namespace name of a prefix; the empty string when there is none.
+    const std::string& uri_prefix_expand(const std::string& prefix);
+    /// @}
+
+    std::map<int, int> uri_to_prefix; ///< atoms of prefixes by those of namespace names
+    std::map<int, int> prefix_to_uri; ///< atoms of namespace names by those of prefixes
+    std::string file_name;            ///< path given to the last `load`
+    std::string stylesheet;           ///< when not empty, `save` refers to it
+    elements_t elements;              ///< every element; owned
+    element_t* root;                  ///< top of the tree, or null
+    atom_table_t* atoms;              ///< the table in use
+    atom_table_t own_atoms;           ///< the document's own table
+};
+
+/// Splits a name at its first ":".
+/// @param qualified "prefix:local" or "local"
+/// @param local receives what follows the colon, or the whole name
+/// @param prefix receives what stands before the colon; unchanged without one
+KO_API void split_ns(const std::string& qualified, std::string& local, std::string& prefix);
+
+} // namespace ko::lxml

@@ -1,0 +1,122 @@
+/// @file
+/// An element of a document.
+#pragma once
+
+#include <iosfwd>
+#include <list>
+#include <set>
+#include <string>
+
+#include "export.h"
+#include "lxml/attribute.h"
+#include "lxml/node.h"
+
+namespace ko::lxml {
+
+class document_t;
+
+/// An element: a name, attributes, children and text.
+///
+/// The document that made it owns it, whether it hangs in a tree or not; an element owns its
+/// attributes but not its children. Mixed content is not modelled: an element has two texts, one
+/// gathered outside and one inside CDATA sections. Used by one thread at a time, together with
+/// its document. A look-up by name adds an unknown name to the document's atom table.
+class KO_API element_t : public node_t {
+public:
+    /// Children in document order.
+    using children_t = std::list<element_t*>;
+    /// Attributes by namespace and name, in the order of their atoms.
+    using attributes_t = std::set<attribute_t*, attr_ptr_cmp_t>;
+
+    ~element_t() override;
+
+    /// Adds `child` after the other children.
+    ///
+    /// Whether it already hangs somewhere is not checked; an element linked twice is met twice.
+    /// @return `child`
+    /// @throws ko::exception_t when `child` is null, this element, or of another document
+    element_t* append(element_t* child);
+
+    /// @name Attributes
+    /// @{
+
+    /// The attribute with a pair of atoms, or null.
+    attribute_t* attribute_get(int name_id, int ns_id);
+    const attribute_t* attribute_get(int name_id, int ns_id) const;
+    /// The attribute with a name and a namespace name, or null.
+    attribute_t* attribute_get(const std::string& name_text, const std::string& ns_text);
+    const attribute_t* attribute_get(const std::string& name_text,
+                                     const std::string& ns_text) const;
+    /// The attribute with a name and no namespace, or null.
+    attribute_t* attribute_get(const std::string& name_text);
+    const attribute_t* attribute_get(const std::string& name_text) const;
+    /// A copy of the value of the attribute without namespace, or of `default_value`.
+    std::string attribute_get_value(const std::string& name_text,
+                                    const std::string& default_value) const;
+    /// Sets the value of an attribute, which is made when missing.
+    void attribute_set_ns(const std::string& name_text, const std::string& ns_text,
+                          const std::string& value);
+    /// Sets the value of an attribute without namespace.
+    void attribute_set(const std::string& name_text, const std::string& value);
+    /// @}
+
+    /// @name Trees
+    /// @{
+
+    /// Makes a copy in `target`, not attached anywhere: names, attributes and, when `deep`, the
+    /// children. Texts and CDATA are left out, which callers rely on.
+    element_t* clone(document_t& target, bool deep) const;
+    /// Frees all descendants.
+    void children_delete();
+    /// Unlinks `e` wherever it is a child below this element and frees its descendants; `e`
+    /// itself is not freed. The sibling after an unlinked `e` is not searched.
+    void child_remove(const element_t* e);
+    /// @}
+
+    /// @name Path queries
+    /// `lxpath/lxpath.h` describes the language.
+    /// @{
+
+    /// Appends the nodes that `path` selects below this element; the document owns them.
+    /// @throws ko::exception_t "parse error : expecting %c, got %c"
+    void select_nodes(const std::string& path, std::list<node_t*>& out) const;
+    /// The first node that `path` selects, or null.
+    node_t* select_single_node(const std::string& path) const;
+    /// @}
+
+    /// Writes the element and its subtree as XML.
+    ///
+    /// Before the root of a document stands the XML declaration. Line breaks and indentation are
+    /// written around this element's own tags only, never inside its subtree; text of an element
+    /// with children is written as it is, text of a leaf is escaped. Callers rely on these bytes.
+    /// @param os where to; its errors stay in its state
+    /// @param indent number of spaces before the tags
+    /// @param parent_ns atom of the parent's namespace, 0 at the top
+    /// @param trim strips white space around the text of elements that have children
+    /// @param pretty writes line breaks and indentation
+    void print(std::ostream& os, int indent, int parent_ns, bool trim, bool pretty) const;
+
+    document_t* document;    ///< the owner
+    children_t children;     ///< child elements, not owned
+    attributes_t attributes; ///< owned
+    std::string text;        ///< character data outside CDATA sections, concatenated
+    std::string cdata;       ///< character data inside CDATA sections, concatenated
+
+private:
+    friend class document_t;
+
+    element_t(document_t* owner, int name_id, int ns_id);
+};
+
+/// Selects below the root of `doc` and takes the first node when it is an element.
+/// @param required true throws where there is none
+/// @return the element or null
+/// @throws ko::exception_t "element '%s' not found in document"; a path that does not parse
+KO_API element_t* element_find(document_t& doc, const std::string& path, bool required);
+/// The same below `from`.
+KO_API element_t* element_find(element_t* from, const std::string& path, bool required);
+/// @copydoc element_find(element_t*, const std::string&, bool)
+KO_API const element_t* element_find(const element_t* from, const std::string& path,
+                                     bool required);
+
+} // namespace ko::lxml

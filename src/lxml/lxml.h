@@ -1,0 +1,33 @@
+/// @file
+/// The XML document model: interned names, element trees owned by their document, loading, path
+/// queries and saving.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "export.h"
+#include "lxml/atom_table.h"
+#include "lxml/attribute.h"
+#include "lxml/document.h"
+#include "lxml/element.h"
+#include "lxml/node.h"
+
+namespace ko::lxml {
+
+/// Escapes text for XML.
+///
+/// Printable ASCII is copied, with the double quote, "&", "<" and ">" as entities. Every other
+/// byte becomes a decimal character reference of its own, so that a multi-byte character is
+/// written as one reference a byte; callers rely on it. The text ends at an embedded zero byte.
+KO_API std::string xml_encode(const std::string& text);
+
+/// A line break that is written or not.
+struct conditional_endl_t {
+    bool on; ///< true writes a newline and flushes, false nothing
+};
+
+/// Writes the line break when it is on.
+KO_API std::ostream& operator<<(std::ostream& out, const conditional_endl_t& endl);
+
+} // namespace ko::lxml

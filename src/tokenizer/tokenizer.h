@@ -1,0 +1,69 @@
+/// @file
+/// Cutting text into tokens: a line with quotes, a buffer in place, a file of lines.
+#pragma once
+
+#include <list>
+#include <string>
+#include <vector>
+
+#include "export.h"
+
+namespace ko {
+
+/// The tokens of a line; the object is the array of them.
+///
+/// It owns its tokens and is used by one thread at a time. A call that throws (allocation
+/// failure) leaves the tokens gathered so far.
+class KO_API tokenizer_t : public std::vector<std::string> {
+public:
+    /// Replaces the tokens by those of `line`.
+    ///
+    /// Tokens are the runs of characters outside `delims`. A token that begins with a double
+    /// quote runs to the next double quote, delimiters included, or to the end of the line; the
+    /// quotes are no part of it, an empty pair gives no token, and there is no escape character.
+    /// The scan stops at a zero byte.
+    /// @return the number of tokens
+    unsigned tokenize(const std::string& line, const std::string& delims);
+};
+
+/// Pointers to the pieces of a character buffer, in order.
+///
+/// It owns the list, not the characters: the buffer must outlive it.
+class KO_API in_place_tokenizer_t : public std::list<const char*> {
+public:
+    /// Lists the zero-terminated strings of `block`, which an empty string ends.
+    explicit in_place_tokenizer_t(const char* block);
+
+    /// Splits `text` in place: each `separator` becomes a zero byte.
+    ///
+    /// Empty pieces give no entry.
+    /// @param text a zero-terminated buffer that is written to
+    in_place_tokenizer_t(char* text, char separator);
+};
+
+/// The non-empty lines of a text file.
+///
+/// No error is raised for a file that cannot be read or written.
+class KO_API file_tokenizer_t : public tokenizer_t {
+public:
+    /// Replaces the tokens by the non-empty lines of the file at `path` and remembers `path`.
+    ///
+    /// The quote rule of `tokenize` holds: a line that begins with a double quote runs to the
+    /// next double quote, which may lie on a later line. A file that cannot be opened gives no
+    /// tokens.
+    void load(const char* path);
+
+    /// Writes every token and a line feed after it to the file at `path`, which is created or
+    /// truncated. A file that cannot be opened is left alone.
+    void save_as(const char* path);
+
+    /// `save_as` to the path given to the last `load`.
+    void save();
+
+private:
+    friend struct ko::layout_t;
+
+    std::string file_name;
+};
+
+} // namespace ko

@@ -1,0 +1,39 @@
+/// @file
+/// A cache of loaded documents.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "export.h"
+#include "lxml/lxml.h"
+
+namespace ko::xpp {
+
+/// Documents that "include" directives loaded, by the name they were included by.
+///
+/// It owns its documents and the atom table that they share, and deletes them. It must outlive
+/// the preprocessors that use it, all on one thread.
+class KO_API file_cache_t {
+public:
+    file_cache_t();
+    file_cache_t(const file_cache_t&) = delete;
+    file_cache_t& operator=(const file_cache_t&) = delete;
+    ~file_cache_t();
+
+    /// The document stored under `name`, or null.
+    ko::lxml::document_t* get(const std::string& name);
+    /// Stores `doc` under `name` and owns it from then on. A document stored there before is not
+    /// deleted; it is the caller's again.
+    void insert(const std::string& name, ko::lxml::document_t* doc);
+    /// The table that the documents share.
+    ko::lxml::atom_table_t& atom_table_get();
+
+private:
+    friend struct ko::layout_t;
+
+    std::map<std::string, ko::lxml::document_t*> documents;
+    ko::lxml::atom_table_t atoms;
+};
+
+} // namespace ko::xpp

@@ -1,0 +1,27 @@
+/// @file
+/// The interface of plug-ins.
+#pragma once
+
+#include "export.h"
+#include "lxml/lxml.h"
+
+namespace ko::xpp {
+
+/// Generates elements in place of a "plugin" directive.
+///
+/// A preprocessor owns the plug-ins registered with it and deletes them.
+class KO_API plugin_t {
+public:
+    /// Generates the content of a directive.
+    /// @param directive the directive element as written
+    /// @return an element, of any document, whose children are processed in place of the
+    /// directive;
+    ///         the element itself is not copied. Null means nothing. The preprocessor never
+    ///         deletes it; it must live until its children have been processed, and a plug-in
+    ///         directive among them calls the plug-in again before that.
+    virtual ko::lxml::element_t* generate(ko::lxml::element_t* directive) = 0;
+
+    virtual ~plugin_t();
+};
+
+} // namespace ko::xpp

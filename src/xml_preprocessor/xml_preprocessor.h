@@ -1,0 +1,97 @@
+/// @file
+/// The XML preprocessor: a configuration document in, a processed one out.
+#pragma once
+
+#include <string>
+
+#include "export.h"
+#include "lxml/lxml.h"
+#include "xml_preprocessor/del_second_map.h"
+#include "xml_preprocessor/file_cache.h"
+#include "xml_preprocessor/find_file.h"
+#include "xml_preprocessor/plugin.h"
+#include "xml_preprocessor/string_table.h"
+
+namespace ko::xpp {
+
+/// Namespace name of directives unless `set_namespace` says otherwise.
+extern KO_API const std::string default_xpp_uri;
+/// Namespace name of expression attributes unless `set_namespace` says otherwise.
+extern KO_API const std::string default_xpr_uri;
+
+/// Rewrites an element tree into a new one.
+///
+/// Elements of the directive namespace (loops, conditions, definitions and so on) are executed,
+/// all others copied; attributes of the expression namespace are evaluated.
+/// `docs/preprocessor.md` describes the directives.
+///
+/// It owns its evaluator, its plug-ins and the documents it includes without a cache. The output
+/// document and the cache are borrowed and must outlive it. A source must live as long as
+/// `process` runs, and as long as a definition in it may still be inserted. All of them are used
+/// by one thread. After an exception the output made so far stays in the output document, and the
+/// preprocessor can be used again.
+class KO_API preprocessor_t {
+public:
+    class imp_t;
+
+    /// What directives may do; a set of bits.
+    enum flags_e {
+        include_comments = 1, ///< for callers that read the flags; no directive consults it
+        process_include = 2   ///< "include" directives are executed
+    };
+
+    /// @param output where the new elements are made
+    /// @param cache keeps included documents; may be null
+    preprocessor_t(ko::lxml::document_t& output, ko::xpp::file_cache_t* cache);
+    preprocessor_t(const preprocessor_t&) = delete;
+    preprocessor_t& operator=(const preprocessor_t&) = delete;
+    ~preprocessor_t();
+
+    /// Processes a tree.
+    /// @param source the top element; not changed
+    /// @param flags what directives may do
+    /// @return the first new top element, in the output document, or null when nothing came out;
+    ///         it is not made the root
+    /// @throws ko::exception_t what a directive or an expression reports, or a null `source`
+    ko::lxml::element_t* process(ko::lxml::element_t* source, flags_e flags);
+
+    /// @name Arguments
+    /// Sets a variable that directives and expression attributes can read.
+    /// @{
+    void insert_argument(const std::string& name, double value);
+    void insert_argument(const std::string& name, int value);
+    void insert_argument(const std::string& name, bool value); ///< the integer 0 or 1
+    void insert_argument(const std::string& name, const std::string& value);
+    void insert_argument(const std::string& name, const char* value);
+    /// @}
+
+    /// Back to the default namespace names.
+    void set_namespace();
+    /// Sets the namespace names of directives and of expression attributes.
+    void set_namespace(const std::string& xpp, const std::string& xpr);
+
+    /// Adds a directory to the search path of includes.
+    ///
+    /// An entry always ends in a backslash, on every system; one is added where it is missing.
+    /// @throws ko::exception_t when `dir` is empty
+    void search_path_add(const std::string& dir);
+    /// Whether an "include" without "searchpath" uses the search path; true at first.
+    void search_path_use_default(bool on);
+
+    /// Registers a plug-in under a name and owns it from then on.
+    ///
+    /// A plug-in registered there before is not deleted; it is the caller's again.
+    void register_plugin(const std::string& name, plugin_t* plugin);
+
+private:
+    friend struct ko::layout_t;
+
+    imp_t* imp;
+};
+
+/// The bits of both.
+inline preprocessor_t::flags_e operator|(preprocessor_t::flags_e a, preprocessor_t::flags_e b) {
+    return static_cast<preprocessor_t::flags_e>(static_cast<int>(a) | static_cast<int>(b));
+}
+
+} // namespace ko::xpp

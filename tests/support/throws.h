@@ -1,0 +1,47 @@
+/// @file
+/// Checks of exceptions: type, whole message and code.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <typeinfo>
+
+#include "errorcode/errorcode.h"
+#include "exception/exception.h"
+
+namespace test {
+
+/// Succeeds when `action` throws exactly a `ko::exception_t` with this whole message.
+template <class A> testing::AssertionResult throws(A&& action, const std::string& message) {
+    try {
+        action();
+    } catch (const ko::exception_t& e) {
+        if (typeid(e) != typeid(ko::exception_t)) {
+            return testing::AssertionFailure()
+                   << "threw " << typeid(e).name() << ": " << e.what();
+        }
+        if (e.what() != message) {
+            return testing::AssertionFailure() << "threw \"" << e.what() << "\"";
+        }
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "threw nothing";
+}
+
+/// Succeeds when `action` throws a `ko::errorcode_t` with this code and whole message.
+template <class A>
+testing::AssertionResult throws_code(A&& action, unsigned long code, const std::string& message) {
+    try {
+        action();
+    } catch (const ko::errorcode_t& e) {
+        if (e.code_get() != code || e.what() != message) {
+            return testing::AssertionFailure()
+                   << "threw code 0x" << std::hex << e.code_get() << " \"" << e.what() << "\"";
+        }
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "threw nothing";
+}
+
+} // namespace test
