@@ -2,7 +2,9 @@
 /// String utilities: formatting, white space, removal, replacement, search, hexadecimal text.
 ///
 /// Everything here works on bytes in the "C" locale, whatever locale the host has set: letters,
-/// digits and white space are the ASCII ones, and a decimal point is a point.
+/// digits and white space are the ASCII ones, and a decimal point is a point. A format that
+/// cannot be carried out (a wide character that the "C" locale lacks) gives the text up to that
+/// place.
 #pragma once
 
 #include <cstdarg>
@@ -62,7 +64,8 @@ KO_API void strip_all(std::string& text, const std::string& set);
 /// Removes every occurrence of `part`, those that a removal creates included.
 /// An empty `part` changes nothing.
 KO_API void strip(std::string& text, const std::string& part);
-/// Cuts `text` before the first occurrence of `part`; without one, nothing changes.
+/// Cuts `text` before the first occurrence of `part`; without one, and for an empty `part`,
+/// nothing changes.
 KO_API void strip_after(std::string& text, std::string part);
 /// Removes everything up to and including the last character that occurs in `set`.
 KO_API void keep_after_last(std::string& text, const std::string& set);
@@ -98,15 +101,18 @@ KO_API std::string get_clump(std::string& text, std::string delims);
 ///
 /// A line break is a carriage return, a line feed, or the pair of them in this order. A `pos`
 /// behind the end gives an empty line.
-/// @return the position after the line break, or -1 when the end of `text` was reached
+/// @return the position after the line break, which may be the length of `text`; -1 when the line
+///         ended without one, at the end of `text`
 KO_API int get_line(const std::string& text, unsigned int pos, std::string& line);
 
 /// Writes `size` bytes from `data` as two upper-case hexadecimal digits each, high nibble first.
+/// @throws ko::exception_t when `data` is null and `size` is not 0
 KO_API std::string bin2ascii(void* data, unsigned int size);
 /// Reads pairs of hexadecimal digits into at most `size` bytes at `data`.
 ///
 /// Nothing is validated: a character below 64 counts as its low four bits, any other as its low
 /// four bits plus 9. A trailing odd character is ignored.
+/// @throws ko::exception_t when `data` is null and there are bytes to write
 KO_API void ascii2bin(std::string& hex, void* data, unsigned int size);
 
 } // namespace str
