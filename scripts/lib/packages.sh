@@ -1,0 +1,77 @@
+# shellcheck shell=bash
+# Debian packages: finds out which are missing and installs them; sourced.
+
+installed() {
+    local status
+    status=$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) && [ "$status" = installed ]
+}
+
+any_installed() {
+    local name
+    for name in ${1//|/ }; do
+        if installed "$name"; then
+            return 0
+        fi
+    done
+    return 1
+}
+
+missing_packages() {
+    local package
+    for package in "$@"; do
+        any_installed "$package" || echo "$package"
+    done
+}
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        die "packages have to be installed: run this as root, or install sudo"
+    fi
+}
+
+has_candidate() {
+    apt-cache policy "$1" | grep -q 'Candidate: [^(]'
+}
+
+# The first of the alternatives that the package lists offer.
+choose() {
+    local name
+    for name in ${1//|/ }; do
+        if has_candidate "$name"; then
+            echo "$name"
+            return
+        fi
+    done
+    die "no package source offers ${1//|/ or }"
+}
+
+update_lists() {
+    quietly setup-update as_root apt-get update ||
+        say "not every package list could be loaded; going on with the others"
+}
+
+install_packages() {
+    local package name names=()
+    update_lists
+    for package in "$@"; do
+        name=$(choose "$package")
+        names+=("$name")
+    done
+    say "installing ${names[*]}"
+    quietly setup-install as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${names[@]}"
+}
+
+# Usage: need_packages PACKAGE...; of names with "|" between them any one will do.
+need_packages() {
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    if [ ${#missing[@]} != 0 ]; then
+        say "missing packages: ${missing[*]}"
+        install_packages "${missing[@]}"
+    fi
+}
