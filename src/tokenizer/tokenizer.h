@@ -13,7 +13,7 @@ namespace ko {
 /// The tokens of a line; the object is the array of them.
 ///
 /// It owns its tokens and is used by one thread at a time. A call that throws (allocation
-/// failure) leaves the tokens gathered so far.
+/// failure) leaves the tokens as they were.
 class KO_API tokenizer_t : public std::vector<std::string> {
 public:
     /// Replaces the tokens by those of `line`.
@@ -21,43 +21,52 @@ public:
     /// Tokens are the runs of characters outside `delims`. A token that begins with a double
     /// quote runs to the next double quote, delimiters included, or to the end of the line; the
     /// quotes are no part of it, an empty pair gives no token, and there is no escape character.
-    /// The scan stops at a zero byte.
+    /// A quote within a token is an ordinary character. The scan stops at a zero byte.
     /// @return the number of tokens
     unsigned tokenize(const std::string& line, const std::string& delims);
 };
 
 /// Pointers to the pieces of a character buffer, in order.
 ///
-/// It owns the list, not the characters: the buffer must outlive it.
+/// It owns the list, not the characters: the buffer must outlive it. Used by one thread at a
+/// time.
 class KO_API in_place_tokenizer_t : public std::list<const char*> {
 public:
-    /// Lists the zero-terminated strings of `block`, which an empty string ends.
+    /// Lists the zero-terminated strings of `block`, which an empty string ends: two
+    /// zero bytes in a row, or one at the very start.
+    /// @throws ko::exception_t when `block` is null
     explicit in_place_tokenizer_t(const char* block);
 
     /// Splits `text` in place: each `separator` becomes a zero byte.
     ///
     /// Empty pieces give no entry.
     /// @param text a zero-terminated buffer that is written to
+    /// @param separator the character between the pieces
+    /// @throws ko::exception_t when `text` is null
     in_place_tokenizer_t(char* text, char separator);
 };
 
 /// The non-empty lines of a text file.
 ///
-/// No error is raised for a file that cannot be read or written.
+/// No error is raised for a file that cannot be read or written. It is closed again before a call
+/// returns or throws. A `load` that throws leaves the tokens as they were.
 class KO_API file_tokenizer_t : public tokenizer_t {
 public:
     /// Replaces the tokens by the non-empty lines of the file at `path` and remembers `path`.
     ///
     /// The quote rule of `tokenize` holds: a line that begins with a double quote runs to the
     /// next double quote, which may lie on a later line. A file that cannot be opened gives no
-    /// tokens.
+    /// tokens, neither does a folder.
+    /// @throws ko::exception_t when `path` is null
     void load(const char* path);
 
     /// Writes every token and a line feed after it to the file at `path`, which is created or
-    /// truncated. A file that cannot be opened is left alone.
+    /// truncated. A file that cannot be opened is left alone. Tokens are not quoted: one with a
+    /// line feed in it is loaded again as several.
+    /// @throws ko::exception_t when `path` is null
     void save_as(const char* path);
 
-    /// `save_as` to the path given to the last `load`.
+    /// `save_as` to the path given to the last `load`; without one, nothing is written.
     void save();
 
 private:
