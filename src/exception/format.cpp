@@ -28,6 +28,9 @@ private:
 } // namespace
 
 int format_c_locale(char* buffer, std::size_t limit, const char* format, va_list arguments) {
+    if (format == nullptr) {
+        format = "(null)";
+    }
     const c_locale_scope_t scope;
     return std::vsnprintf(buffer, limit, format, arguments);
 }

@@ -11,7 +11,8 @@ namespace ko {
 /// Size of the buffer that a bounded text is formatted into.
 constexpr std::size_t format_buffer_size = 512;
 
-/// `vsnprintf` in the "C" locale, whatever locale the host has set.
+/// `vsnprintf` in the "C" locale, whatever locale the host has set. A null format gives
+/// "(null)".
 int format_c_locale(char* buffer, std::size_t limit, const char* format, va_list arguments)
     __attribute__((format(printf, 3, 0)));
 
