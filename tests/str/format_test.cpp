@@ -7,7 +7,7 @@
 #include <iomanip>
 #include <sstream>
 
-#include "support/decimal_comma.h"
+#include "support/comma_locale.h"
 
 namespace {
 
@@ -124,7 +124,11 @@ TEST(safe_sprintf, gives_the_text_before_what_cannot_be_formatted) {
 }
 
 TEST(format, has_a_decimal_point_whatever_the_locale) {
-    const test::decimal_comma_scope_t scope;
+    const test::comma_cpp_locale_t cpp_locale;
+    const test::comma_c_locale_t c_locale;
+    if (!c_locale.is_active()) {
+        GTEST_SKIP() << "the C library takes no locale with a decimal comma";
+    }
     std::string text;
     std::ostringstream out;
     EXPECT_EQ(sprintf(text, "%.2f", 1.5), "1.50");
@@ -135,9 +139,9 @@ TEST(format, has_a_decimal_point_whatever_the_locale) {
 }
 
 TEST(format, leaves_the_locale_of_the_host_alone) {
-    const test::decimal_comma_scope_t scope;
-    if (!scope.c_locale_found()) {
-        GTEST_SKIP() << "no locale with a decimal comma is installed";
+    const test::comma_c_locale_t c_locale;
+    if (!c_locale.is_active()) {
+        GTEST_SKIP() << "the C library takes no locale with a decimal comma";
     }
     EXPECT_EQ(ko::str::safe_sprintf("%g", 0.25), "0.25");
     EXPECT_STREQ(std::localeconv()->decimal_point, ",");
