@@ -1,0 +1,200 @@
+#include "algebra/algebra.h"
+
+#include <iostream>
+
+#include "algebra/algebra_imp.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+algebra_t::algebra_t() : imp(new imp_t(*this)) {}
+
+algebra_t::algebra_t(const algebra_t& other) : imp(new imp_t(*this, *other.imp)) {}
+
+algebra_t& algebra_t::operator=(const algebra_t& other) {
+    *imp = *other.imp;
+    return *this;
+}
+
+algebra_t::~algebra_t() {
+    delete imp;
+}
+
+bool algebra_t::parse(const std::string& text) {
+    return imp->parse(text);
+}
+
+bool algebra_t::parse(const std::string& text, list_t& tokens) {
+    return imp->parse(text, tokens);
+}
+
+result_t algebra_t::evaluate() {
+    return imp->evaluate();
+}
+
+result_t algebra_t::evaluate(const list_t& tokens) {
+    return imp->evaluate(tokens);
+}
+
+result_t algebra_t::evaluate(const std::string& text) {
+    imp->program_clear();
+    if (!imp->parse(text)) {
+        throw exception_t(imp->parse_error);
+    }
+    return imp->evaluate();
+}
+
+result_t algebra_t::evaluate_safe(const std::string& text) {
+    imp->program_clear();
+    try {
+        return imp->parse(text) ? imp->evaluate() : result_t(text);
+    } catch (const exception_t&) {
+        std::cout << "Caught exception in expression : " << text << std::endl;
+        return text;
+    }
+}
+
+void algebra_t::numeric_only_set(bool on) {
+    imp->numeric_only = on;
+}
+
+const std::string& algebra_t::parse_error_get() const {
+    return imp->parse_error;
+}
+
+void algebra_t::define(const std::string& name, function0_t function) {
+    imp->functions.host_define({name, 0, function, nullptr, nullptr, nullptr, nullptr});
+}
+
+void algebra_t::define(const std::string& name, function1_t function) {
+    imp->functions.host_define({name, 1, nullptr, function, nullptr, nullptr, nullptr});
+}
+
+void algebra_t::define(const std::string& name, function2_t function) {
+    imp->functions.host_define({name, 2, nullptr, nullptr, function, nullptr, nullptr});
+}
+
+void algebra_t::define(const std::string& name, function3_t function) {
+    imp->functions.host_define({name, 3, nullptr, nullptr, nullptr, function, nullptr});
+}
+
+void algebra_t::define(const std::string& name, function_list_t function, int count) {
+    imp->functions.host_define({name, count, nullptr, nullptr, nullptr, nullptr, function});
+}
+
+void algebra_t::macro_define(const std::string& key, const std::string& value) {
+    if (!imp->functions.script_define(key, value)) {
+        imp->macros.define(key, value);
+    }
+}
+
+void algebra_t::macro_undefine(const std::string& key) {
+    imp->macros.undefine(key);
+}
+
+void algebra_t::macro_decode(const std::string& in, std::string& out) {
+    std::string text = in;
+    imp->macros.substitute(text);
+    out.swap(text);
+}
+
+void algebra_t::macros_get(std::list<std::pair<std::string, std::string>>& out) const {
+    std::list<std::pair<std::string, std::string>> definitions;
+    imp->macros.definitions_get(definitions);
+    imp->functions.script_definitions_get(definitions);
+    out.splice(out.end(), definitions);
+}
+
+void algebra_t::memory_push() {
+    imp->memory.push();
+}
+
+void algebra_t::memory_pop() {
+    imp->memory.pop();
+}
+
+void algebra_t::memory_pop_diff() {
+    imp->memory.pop_diff();
+}
+
+void algebra_t::memory_copy(const algebra_t& other) {
+    imp->memory.copy_values(other.imp->memory);
+}
+
+void algebra_t::assign(const std::string& name, int value) {
+    imp->memory.assign(name, value);
+}
+
+void algebra_t::assign(const std::string& name, long value) {
+    imp->memory.assign(name, value);
+}
+
+void algebra_t::assign(const std::string& name, float value) {
+    imp->memory.assign(name, value);
+}
+
+void algebra_t::assign(const std::string& name, double value) {
+    imp->memory.assign(name, value);
+}
+
+void algebra_t::assign(const std::string& name, const std::string& value) {
+    imp->memory.assign(name, value);
+}
+
+void algebra_t::assign(const std::string& name, const char* value) {
+    imp->memory.assign(name, value);
+}
+
+void algebra_t::assign(const std::string& name, const result_t& value) {
+    imp->memory.assign(name, value);
+}
+
+void algebra_t::eval_and_assign(const std::string& name, const std::string& expression) {
+    imp->eval_and_assign(name, expression);
+}
+
+result_t algebra_t::get(const std::string& name) const {
+    const result_t* const value = imp->memory.find(name);
+    if (value == nullptr) {
+        throw exception_t("get--cound not find variable '%s'\n", name.c_str());
+    }
+    return *value;
+}
+
+bool algebra_t::find(const std::string& name) const {
+    return imp->memory.find(name) != nullptr;
+}
+
+result_t& algebra_t::operator[](const std::string& name) {
+    return imp->memory[name];
+}
+
+bool algebra(const std::string& text, result_t& value, bool throw_errors) {
+    algebra_t evaluator;
+    if (!evaluator.parse(text)) {
+        if (throw_errors) {
+            throw exception_t(evaluator.parse_error_get());
+        }
+        return false;
+    }
+    try {
+        value = evaluator.evaluate();
+    } catch (const exception_t&) {
+        if (throw_errors) {
+            throw;
+        }
+        return false;
+    }
+    return true;
+}
+
+bool algebra(const std::string& text, float& value) {
+    result_t result;
+    if (!algebra(text, result, false)) {
+        return false;
+    }
+    value = result.float_get();
+    return true;
+}
+
+} // namespace ko::alg

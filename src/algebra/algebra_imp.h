@@ -1,0 +1,84 @@
+/// @file
+/// The private state of the evaluator.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "algebra/algebra.h"
+#include "algebra/function_table.h"
+#include "algebra/macro_table.h"
+#include "algebra/variables.h"
+
+namespace ko::alg {
+
+/// What an evaluator owns.
+///
+/// The program is shared with the evaluation that runs it, so that a host function may parse
+/// another one meanwhile. `depth` counts the evaluations that the current one is nested in.
+class algebra_t::imp_t {
+public:
+    /// Carries the value of the built-in `return` to the evaluation that it ends.
+    struct return_exception_t {
+        result_t value;
+    };
+
+    explicit imp_t(algebra_t& evaluator);
+    imp_t(algebra_t& evaluator, const imp_t& other);
+    imp_t& operator=(const imp_t& other);
+
+    /// The state of an evaluator.
+    static imp_t& of(algebra_t& algebra) { return *algebra.imp; }
+
+    /// Parses the first statement of `text` into `tokens`.
+    bool parse(const std::string& text, list_t& tokens);
+    /// Parses the first statement of `text` into the program.
+    bool parse(const std::string& text);
+    void program_clear();
+
+    result_t evaluate();
+    result_t evaluate(const list_t& tokens);
+    void eval_and_assign(const std::string& name, const std::string& expression);
+
+    /// Takes from the caller of a script function all that the function can see.
+    void call_begin(const imp_t& caller, unsigned call_depth);
+
+    variables_t memory;
+    macro_table_t macros;
+    function_table_t functions;
+    bool numeric_only = false;
+    std::string parse_error;
+
+    unsigned depth = 0;
+    /// Name of the function that this evaluator is calling, or null.
+    const std::string* called = nullptr;
+
+private:
+    /// Reads one statement; false when it is blank.
+    bool statement_get(const std::string& text, std::string& line) const;
+    bool bind(std::string& line, list_t& tokens);
+    result_t run(const list_t& tokens);
+
+    algebra_t& owner;
+    std::shared_ptr<list_t> program;
+};
+
+/// The time during which an evaluator calls a function.
+class call_scope_t {
+public:
+    call_scope_t(algebra_t& algebra, const std::string& name);
+    call_scope_t(const call_scope_t&) = delete;
+    call_scope_t& operator=(const call_scope_t&) = delete;
+    ~call_scope_t();
+
+private:
+    algebra_t::imp_t& state;
+    const std::string* const outer;
+};
+
+/// Calls a script function with the values from `base` on as its arguments.
+result_t script_call(algebra_t& caller, const function_t& function, std::vector<result_t>& values,
+                     std::size_t base);
+
+} // namespace ko::alg

@@ -1,0 +1,13 @@
+/// @file
+/// Addition in place.
+#pragma once
+
+#include "algebra/result.h"
+
+namespace ko::alg {
+
+/// Gives `sum` the value of `sum + value`. A text grows in place, so that a long chain of
+/// additions costs no more than the text it makes.
+void add_to(result_t& sum, const result_t& value);
+
+} // namespace ko::alg
