@@ -13,26 +13,26 @@ sysroot_complete() {
         [ -e "$library/libexpat.so.1" ]
 }
 
-# apt-get with its state below build/. Usage: private_apt ARCHITECTURE ARGUMENT...
+# apt-get or apt-cache with its state below build/. Usage: private_apt TOOL ARCHITECTURE ARGUMENT...
 private_apt() {
-    local architecture=$1 lists=$apt_folder/lists-$1 cache=$apt_folder/cache-$1
-    shift
+    local tool=$1 architecture=$2 lists=$apt_folder/lists-$2 cache=$apt_folder/cache-$2
+    shift 2
     mkdir -p "$lists/partial" "$cache/archives/partial"
     touch "$apt_folder/status"
-    apt-get -o APT::Architecture="$architecture" -o APT::Architectures="$architecture" \
+    "$tool" -o APT::Architecture="$architecture" -o APT::Architectures="$architecture" \
         -o APT::Sandbox::User=root -o Dir::State::Lists="$lists" \
         -o Dir::State::status="$apt_folder/status" -o Dir::Cache="$cache" "$@"
 }
 
 # A list that fails to load is no failure: not every source has every architecture.
 load_lists() {
-    private_apt "$@" update >"$apt_folder/update-$1.log" 2>&1 || true
+    private_apt apt-get "$@" update >"$apt_folder/update-$1.log" 2>&1 || true
 }
 
 fetch_packages() (
     load_lists armhf
     cd "$apt_folder" || exit 1
-    private_apt armhf download libexpat1 libexpat1-dev >download.log 2>&1
+    private_apt apt-get armhf download libexpat1 libexpat1-dev >download.log 2>&1
 )
 
 # Where /lib is no link to /usr/lib, the halves are put together, so that every library and every
@@ -81,15 +81,28 @@ write_source_lists() {
     done
 }
 
+# Usage: source_apt TOOL ARGUMENT...
+source_apt() {
+    local tool=$1
+    shift
+    private_apt "$tool" source -o Dir::Etc::sourcelist=/dev/null \
+        -o Dir::Etc::sourceparts="$apt_folder/source-parts" "$@"
+}
+
+# The newest version comes first; a mirror may list one that it no longer or not yet has.
 fetch_source() (
-    local places=(-o Dir::Etc::sourcelist=/dev/null
-        -o Dir::Etc::sourceparts="$apt_folder/source-parts")
+    local version
     write_source_lists
-    load_lists source "${places[@]}"
-    rm -rf "$apt_folder/source"
-    mkdir "$apt_folder/source"
+    source_apt apt-get update >"$apt_folder/update-source.log" 2>&1 || true
+    mkdir -p "$apt_folder/source"
     cd "$apt_folder/source" || exit 1
-    quietly sysroot-source private_apt source "${places[@]}" source expat
+    for version in $(source_apt apt-cache showsrc expat | sed -n 's/^Version: //p' | sort -rVu); do
+        if source_apt apt-get source "expat=$version" >>"$apt_folder/source.log" 2>&1; then
+            exit 0
+        fi
+    done
+    cat "$apt_folder"/*source.log >&2
+    die "no package source has expat's source package"
 )
 
 build_source() {
@@ -103,6 +116,8 @@ build_source() {
         -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
         -DCMAKE_INSTALL_LIBDIR=lib/arm-linux-gnueabihf -DEXPAT_BUILD_TOOLS=OFF \
         -DEXPAT_BUILD_EXAMPLES=OFF -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF
+    # Patches of the distribution compare these with 1.
+    sed -i -E 's/^#define (XML_(DTD|GE|NS))$/#define \1 1/' "$apt_folder/expat/expat_config.h"
     quietly sysroot-build cmake --build "$apt_folder/expat" -j "$cores"
     quietly sysroot-install env DESTDIR="$sysroot" cmake --install "$apt_folder/expat"
     echo "libexpat 1 libexpat1" >"$sysroot/shlibs"

@@ -1,0 +1,34 @@
+# Installs the library below a folder and compares the installed headers with those that the
+# umbrella header reaches. No header may show what the library is built on.
+# Usage: cmake -D build=... -D prefix=... -D include=... -P install.cmake
+cmake_minimum_required(VERSION 3.22)
+include(${CMAKE_CURRENT_LIST_DIR}/run.cmake)
+
+file(REMOVE_RECURSE ${prefix})
+run(ignored ${CMAKE_COMMAND} --install ${build} --prefix ${prefix})
+
+# Gathers in "reached" the headers that a header includes, through whatever it includes.
+set(waiting kobase.h)
+set(reached "")
+while(waiting)
+    list(POP_FRONT waiting header)
+    if(header IN_LIST reached)
+        continue()
+    endif()
+    list(APPEND reached ${header})
+    file(STRINGS ${prefix}/${include}/kobase/${header} includes REGEX "^ *# *include")
+    foreach(line IN LISTS includes)
+        if(line MATCHES "\"(.*)\"")
+            list(APPEND waiting ${CMAKE_MATCH_1})
+        elseif(line MATCHES "<.*(\\.h|/.*)>")
+            message(SEND_ERROR "${header} includes what is not of the standard library: ${line}")
+        endif()
+    endforeach()
+endwhile()
+list(SORT reached)
+
+file(GLOB_RECURSE installed RELATIVE ${prefix}/${include}/kobase ${prefix}/${include}/kobase/*)
+list(SORT installed)
+if(NOT installed STREQUAL reached)
+    message(FATAL_ERROR "installed: ${installed}\nreached:   ${reached}")
+endif()
