@@ -3,9 +3,9 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "export.h"
 
@@ -16,6 +16,7 @@ namespace ko::lxml {
 /// Ids count from 0 in the order in which strings first came; 0 is the empty string. The table
 /// owns its texts and only grows; ids and the references it hands out stay valid as long as it
 /// lives. It is used by one thread at a time.
+/// A call that throws (allocation failure) leaves the table as it was.
 class KO_API atom_table_t {
 public:
     /// A table that holds the empty string.
@@ -36,7 +37,9 @@ private:
 
     int next_id;
     std::deque<std::string> by_id;
-    std::unordered_map<std::string_view, int> by_name;
+    /// Views of the texts in `by_id`. An ordered map, since names come from files: its cost
+    /// cannot be driven up by names that were chosen to collide.
+    std::map<std::string_view, int> by_name;
 };
 
 } // namespace ko::lxml
