@@ -1,0 +1,102 @@
+#include "lxpath/path_parser.h"
+
+#include "exception/exception.h"
+
+namespace ko::lxml {
+
+namespace {
+
+/// Reads a double-quoted text.
+void copy_quoted(const char*& p, std::string& out) {
+    assert_char(p, '"');
+    const char* const begin = p;
+    while (*p != '"' && *p != '\0') {
+        ++p;
+    }
+    out.assign(begin, p);
+    assert_char(p, '"');
+}
+
+} // namespace
+
+// The zero at the end is never stepped over, so that nothing behind it can be read.
+bool check_char(const char*& p, char c) {
+    if (*p != c) {
+        return false;
+    }
+    p += c != '\0';
+    return true;
+}
+
+void assert_char(const char*& p, char c) {
+    if (!check_char(p, c)) {
+        throw exception_t("parse error : expecting %c, got %c", c, *p);
+    }
+}
+
+bool peek_char(const char*& p, char c) {
+    return *p == c;
+}
+
+void copy_str(const char*& p, std::string& out) {
+    if (peek_char(p, '"')) {
+        copy_quoted(p, out);
+        return;
+    }
+    const char* const begin = p;
+    while (acceptable[static_cast<unsigned char>(*p)] != 0) {
+        ++p;
+    }
+    out.assign(begin, p);
+}
+
+void path_parser_t::path(xpath_t& out) {
+    out.steps.clear();
+    while (check_char(p, '/')) {
+    }
+    do {
+        out.steps.push_back(std::make_unique<xnode_t>());
+        step(*out.steps.back());
+    } while (check_char(p, '/'));
+}
+
+void path_parser_t::step(xnode_t& out) {
+    name_test(out.name);
+    filter(out.filter);
+}
+
+void path_parser_t::name_test(xname_t& out) {
+    out.kind = check_char(p, '@');
+    out.quoted = peek_char(p, '"');
+    out.ns.clear();
+    copy_str(p, out.name);
+    if (check_char(p, ':')) {
+        out.ns.swap(out.name);
+        copy_str(p, out.name);
+    }
+}
+
+void path_parser_t::filter(xfilter_t& out) {
+    out.predicate.reset();
+    out.value.clear();
+    if (!check_char(p, '[')) {
+        return;
+    }
+    if (depth == filter_depth_max) {
+        throw exception_t("path filters nested more than %u levels deep", filter_depth_max);
+    }
+    ++depth;
+    filter_body(out);
+    --depth;
+}
+
+void path_parser_t::filter_body(xfilter_t& out) {
+    out.predicate = std::make_unique<xpath_t>();
+    path(*out.predicate);
+    if (check_char(p, '=')) {
+        copy_quoted(p, out.value);
+    }
+    assert_char(p, ']');
+}
+
+} // namespace ko::lxml
