@@ -134,13 +134,13 @@ constexpr bool layout_t::documents() {
     return lie({offsetof(atom_table_t, next_id), offsetof(atom_table_t, by_id),
                 offsetof(atom_table_t, by_name)},
                {0, 4, 44}) &&
-           takes<atom_table_t>(72) &&
+           takes<atom_table_t>(68) &&
            lie({offsetof(document_t, uri_to_prefix), offsetof(document_t, prefix_to_uri),
                 offsetof(document_t, file_name), offsetof(document_t, stylesheet),
                 offsetof(document_t, elements), offsetof(document_t, root),
                 offsetof(document_t, atoms), offsetof(document_t, own_atoms)},
                {0, 24, 48, 72, 96, 120, 124, 128}) &&
-           takes<document_t>(200) && lie({offsetof(conditional_endl_t, on)}, {0}) &&
+           takes<document_t>(196) && lie({offsetof(conditional_endl_t, on)}, {0}) &&
            takes<conditional_endl_t>(1);
 }
 
@@ -161,7 +161,7 @@ constexpr bool layout_t::preprocessor() {
     using xpp::file_cache_t;
     using t = xpp::string_table_t;
     return lie({offsetof(file_cache_t, documents), offsetof(file_cache_t, atoms)}, {0, 24}) &&
-           takes<file_cache_t>(96) && takes<xpp::plugin_t>(4) &&
+           takes<file_cache_t>(92) && takes<xpp::plugin_t>(4) &&
            takes<del_second_map_t<std::string, xpp::plugin_t*>>(24) &&
            lie({offsetof(xpp::preprocessor_t, imp)}, {0}) && takes<xpp::preprocessor_t>(4) &&
            lie({offsetof(t, xpp_ns),     offsetof(t, xpr_ns),     offsetof(t, condition),
