@@ -43,7 +43,8 @@ public:
     /// it any more; freeing the root makes `root` null.
     /// @throws ko::exception_t "element_free() -- given element not in document"
     void element_free(element_t* e);
-    /// Unlinks `e` from the tree, frees its descendants and `e` itself.
+    /// Unlinks `e` from the tree, frees its descendants and `e` itself. Of an element that does
+    /// not hang below the root, and of the root, the descendants stay.
     /// @throws ko::exception_t "element_free() -- given element not in document"
     void element_remove(element_t* e);
     /// @}

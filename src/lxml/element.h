@@ -33,6 +33,7 @@ public:
     /// Adds `child` after the other children.
     ///
     /// Whether it already hangs somewhere is not checked; an element linked twice is met twice.
+    /// It must not be an element that holds this one, at whatever depth.
     /// @return `child`
     /// @throws ko::exception_t when `child` is null, this element, or of another document
     element_t* append(element_t* child);
@@ -67,9 +68,13 @@ public:
     /// children. Texts and CDATA are left out, which callers rely on.
     element_t* clone(document_t& target, bool deep) const;
     /// Frees all descendants.
+    /// @throws ko::exception_t "element_free() -- given element not in document" when an element
+    ///         is linked twice; what was freed before is unlinked
     void children_delete();
     /// Unlinks `e` wherever it is a child below this element and frees its descendants; `e`
-    /// itself is not freed. The sibling after an unlinked `e` is not searched.
+    /// itself is not freed. The sibling after an unlinked `e` is not searched; where `e` was the
+    /// last child, the search starts again at the first.
+    /// @throws ko::exception_t as `children_delete`
     void child_remove(const element_t* e);
     /// @}
 
@@ -78,7 +83,7 @@ public:
     /// @{
 
     /// Appends the nodes that `path` selects below this element; the document owns them.
-    /// @throws ko::exception_t "parse error : expecting %c, got %c"
+    /// @throws ko::exception_t as `xpath_t::parse`
     void select_nodes(const std::string& path, std::list<node_t*>& out) const;
     /// The first node that `path` selects, or null.
     node_t* select_single_node(const std::string& path) const;

@@ -9,7 +9,8 @@
 ///
 /// A step selects children, with "@" attributes. The namespace of an element test is a prefix
 /// that the document expands or, quoted, the namespace name itself; that of an attribute test is
-/// always the namespace name as written. Without one it is none.
+/// always the namespace name as written. Without one it is none. Filters may stand inside each
+/// other up to 200 levels deep.
 #pragma once
 
 #include <list>
@@ -28,10 +29,10 @@ extern KO_API const unsigned char acceptable[256];
 /// `p` is a cursor into a zero-terminated text.
 /// @{
 
-/// Consumes `c`.
+/// Consumes `c`, but never the zero at the end of the text.
 /// @throws ko::exception_t "parse error : expecting %c, got %c" when another character is next
 KO_API void assert_char(const char*& p, char c);
-/// Consumes `c` when it is next. @return whether it was
+/// Consumes `c` as `assert_char` does when it is next. @return whether it was
 KO_API bool check_char(const char*& p, char c);
 /// Whether `c` is next; consumes nothing.
 KO_API bool peek_char(const char*& p, char c);
@@ -111,7 +112,9 @@ public:
     /// Reads the path at `s`. @return the position after it
     const char* _parse(const char* s);
     /// Reads a whole path.
-    /// @throws ko::exception_t "parse error : expecting %c, got %c"
+    /// @throws ko::exception_t "parse error : expecting %c, got %c" (the text ends at a character
+    ///         that is the zero at the end), "path filters nested more than 200 levels deep", or
+    ///         "path is null"
     void parse(const char* s);
 
     std::list<std::unique_ptr<xnode_t>> steps; ///< in written order

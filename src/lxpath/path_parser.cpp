@@ -50,6 +50,12 @@ void copy_str(const char*& p, std::string& out) {
     out.assign(begin, p);
 }
 
+path_parser_t::path_parser_t(const char* text) : p(text) {
+    if (text == nullptr) {
+        throw exception_t(std::string("path is null"));
+    }
+}
+
 void path_parser_t::path(xpath_t& out) {
     out.steps.clear();
     while (check_char(p, '/')) {

@@ -16,7 +16,8 @@ constexpr unsigned filter_depth_max = 200;
 /// exception the matcher holds what was read so far.
 class path_parser_t {
 public:
-    explicit path_parser_t(const char* text) : p(text) {}
+    /// @throws ko::exception_t "path is null"
+    explicit path_parser_t(const char* text);
 
     void path(xpath_t& out);
     void step(xnode_t& out);

@@ -149,6 +149,11 @@ TEST(path, can_be_read_again_into_the_same_object) {
     EXPECT_EQ(filter.value, "");
 }
 
+TEST(path, that_is_null_is_an_error) {
+    EXPECT_TRUE(throws([] { xpath_t().parse(nullptr); }, "path is null"));
+    EXPECT_TRUE(throws([] { xname_t()._parse(nullptr); }, "path is null"));
+}
+
 TEST(path_parts, tell_where_they_end) {
     xname_t name;
     EXPECT_STREQ(name._parse("@p:x[y]"), "[y]");

@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+#include <sstream>
+#include <stdexcept>
+
+#include "expat_parser/expat_parser.h"
+#include "lxml/lxml.h"
+#include "lxpath/lxpath.h"
+#include "support/throws.h"
+#include "support/trees.h"
+
+namespace {
+
+thread_local long allocations_left = -1; ///< before one fails; negative when none does
+
+} // namespace
+
+// Replaced for the whole program: an allocation can be made to fail.
+void* operator new(std::size_t size) {
+    if (allocations_left >= 0 && allocations_left-- == 0) {
+        throw std::bad_alloc();
+    }
+    void* const block = std::malloc(size == 0 ? 1 : size);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+namespace {
+
+using namespace ko::lxml;
+
+const char* const text =
+    "<a:element_with_a_long_name xmlns:a='urn:a_namespace_with_a_long_name' attribute='a value'>"
+    "text that is too long for a short string<b><c/></b><![CDATA[character data in a section]]>"
+    "<d with='another long attribute value'/></a:element_with_a_long_name>";
+
+const char* const path = "b[\"a long name of an element\"]/\"another long name of an element\"";
+
+/// What became of an action whose allocation number `number`, counted from 0, failed.
+template <class A> std::string outcome(A&& action, long number) {
+    std::string message = "no exception";
+    allocations_left = number;
+    try {
+        action();
+        message = allocations_left >= 0 ? "not reached" : message;
+    } catch (const std::exception& e) {
+        allocations_left = -1;
+        message = e.what();
+    }
+    allocations_left = -1;
+    return message;
+}
+
+/// Makes each allocation of `action` fail in turn, which it has to report.
+/// @return how many there were
+template <class A> long fail_each(A&& action) {
+    for (long number = 0;; ++number) {
+        const std::string message = outcome(action, number);
+        if (message == "not reached") {
+            return number;
+        }
+        EXPECT_EQ(message.substr(0, 14), "std::bad_alloc") << "allocation " << number;
+    }
+}
+
+class out_of_memory : public testing::Test {
+protected:
+    test::loaded_t tree{text};
+    element_t* root = tree.doc.root;
+    std::list<node_t*> nodes;
+};
+
+TEST_F(out_of_memory, while_loading_is_reported) {
+    EXPECT_GT(fail_each([] { document_t().load_from_string(text); }), 50);
+}
+
+TEST_F(out_of_memory, while_loading_leaves_the_document_usable) {
+    EXPECT_GT(fail_each([this] { tree.doc.load_from_string(text); }), 20);
+    EXPECT_EQ(test::shape(tree.doc.root), "element_with_a_long_name(b(c),d)");
+}
+
+TEST_F(out_of_memory, while_cloning_and_copying_is_reported) {
+    document_t target;
+    EXPECT_GT(fail_each([&] { root->clone(target, true); }), 10);
+    EXPECT_GT(fail_each([&] { document_t copy(tree.doc); }), 10);
+}
+
+TEST_F(out_of_memory, while_selecting_is_reported) {
+    EXPECT_GT(fail_each([this] { root->select_nodes(path, nodes); }), 5);
+    EXPECT_GT(fail_each([this] { root->select_nodes("b[c]", nodes); }), 5);
+}
+
+TEST_F(out_of_memory, while_interning_changes_nothing) {
+    atom_table_t table;
+    const std::string name = "a name that is too long for a short string";
+    for (long number = 0; outcome([&] { table.get(name); }, number) != "not reached"; ++number) {
+        EXPECT_EQ(table.find(name), -1);
+    }
+    EXPECT_EQ(table.get(name), 1);
+}
+
+TEST_F(out_of_memory, while_setting_an_attribute_keeps_the_others) {
+    const std::string value = "a value that is too long for a short string";
+    EXPECT_GT(fail_each([&] { root->attribute_set("new", value); }), 1);
+    EXPECT_EQ(root->attributes.size(), 2u);
+}
+
+TEST_F(out_of_memory, while_removing_leaves_a_tree) {
+    EXPECT_EQ(outcome([&] { root->children_delete(); }, 0), "std::bad_alloc");
+    EXPECT_EQ(test::shape(root), "element_with_a_long_name(b(c),d)");
+    EXPECT_EQ(outcome([&] { tree.doc.element_remove(tree.find("b")); }, 0), "std::bad_alloc");
+    EXPECT_EQ(test::shape(root), "element_with_a_long_name(b(c),d)");
+}
+
+/// Throws a long text and lets the note that is taken of it fail.
+class thrower_t : public ko::xml::expat_parser_t {
+public:
+    thrower_t() : expat_parser_t(true) {}
+
+    void start_element(const std::string&, const attribute_map_t&) override {
+        allocations_left = 0;
+        throw error;
+    }
+
+private:
+    const std::runtime_error error{"a text that is too long for a short string"};
+};
+
+TEST_F(out_of_memory, while_noting_an_exception_is_what_is_reported) {
+    thrower_t thrower;
+    EXPECT_TRUE(test::throws_code([&] { thrower.parse_buffer("<a/>"); },
+                                  ko::errorcode::xml_rethrow_exception,
+                                  "std::bad_alloc: xml error"));
+}
+
+} // namespace
