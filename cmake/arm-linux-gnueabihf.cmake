@@ -16,6 +16,7 @@ if(EXISTS "${KOBASE_SYSROOT}")
     set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
     set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
     set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+    set(ENV{PKG_CONFIG_LIBDIR} "${KOBASE_SYSROOT}/usr/lib/arm-linux-gnueabihf/pkgconfig")
 
     # Host programs that link libkobase.so find the expat that it needs: the linker by
     # -rpath-link, the emulated loader by its library path.

@@ -21,7 +21,7 @@ namespace ko::alg {
 /// expression had assigned keep their new values.
 class KO_API algebra_t {
 public:
-    class imp_t;
+    class KO_LOCAL imp_t;
 
     /// An evaluator with the built-in functions, no variables and no macros.
     algebra_t();
