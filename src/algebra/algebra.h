@@ -45,6 +45,9 @@ public:
     /// Evaluates the program; the integer 0 when there is none.
     result_t evaluate();
     /// Evaluates a list that `parse` filled: its first token, against this evaluator.
+    ///
+    /// Calls of script functions in it are those of the evaluator that parsed it, as they are
+    /// defined now or were when it was destroyed. The list must not be changed meanwhile.
     result_t evaluate(const list_t& tokens);
     /// Parses and evaluates the first statement of `text`.
     /// @throws ko::exception_t the parse error text, or what the evaluation reports

@@ -12,18 +12,19 @@ namespace ko::alg {
 
 namespace {
 
-/// Sets the depth for as long as the object lives.
+/// Adds levels to a depth for as long as the object lives.
 class depth_scope_t {
 public:
-    depth_scope_t(unsigned& counter, unsigned value)
-        : depth(counter), outer(std::exchange(counter, value)) {}
+    depth_scope_t(unsigned& counter, unsigned count) : depth(counter), levels(count) {
+        depth += levels;
+    }
     depth_scope_t(const depth_scope_t&) = delete;
     depth_scope_t& operator=(const depth_scope_t&) = delete;
-    ~depth_scope_t() { depth = outer; }
+    ~depth_scope_t() { depth -= levels; }
 
 private:
     unsigned& depth;
-    const unsigned outer;
+    const unsigned levels;
 };
 
 } // namespace
@@ -31,7 +32,6 @@ private:
 algebra_t::imp_t::imp_t(algebra_t& evaluator) : owner(evaluator) {}
 
 algebra_t::imp_t::imp_t(algebra_t& evaluator, const imp_t& other) : imp_t(evaluator) {
-    depth = other.depth;
     *this = other;
 }
 
@@ -46,6 +46,7 @@ algebra_t::imp_t& algebra_t::imp_t::operator=(const imp_t& other) {
         calls_rebind(*program_copy, other.functions.scripts_get(), functions.scripts_get());
     }
     variables_t memory_copy = other.memory;
+    origin = other.origin_for_copy();
     program = std::move(program_copy);
     memory = std::move(memory_copy);
     macros = other.macros;
@@ -93,11 +94,35 @@ result_t algebra_t::imp_t::evaluate() {
     return running == nullptr ? result_t() : evaluate(*running);
 }
 
-/// An evaluation that a function starts is nested in the one that called the function.
 result_t algebra_t::imp_t::evaluate(const list_t& tokens) {
-    const depth_scope_t scope(
-        depth, called == nullptr ? depth : nested(depth, function_nesting, *called));
+    const depth_scope_t scope(depth, call_levels());
     return run(tokens);
+}
+
+unsigned algebra_t::imp_t::depth_get() const {
+    const std::shared_ptr<const origin_t> source = origin.lock();
+    return source == nullptr ? depth : depth + source->depth;
+}
+
+/// Number of levels that a function adds which starts an evaluation, 0 where none is running.
+/// @throws ko::exception_t the limit is exceeded
+unsigned algebra_t::imp_t::call_levels() const {
+    const std::shared_ptr<const origin_t> source = origin.lock();
+    if (called == nullptr && source == nullptr) {
+        return 0;
+    }
+    nesting_check(depth_get(), function_nesting, called == nullptr ? source->function : *called);
+    return 1;
+}
+
+std::weak_ptr<const algebra_t::imp_t::origin_t> algebra_t::imp_t::origin_for_copy() const {
+    if (called == nullptr) {
+        return origin;
+    }
+    if (call_origin == nullptr) {
+        call_origin = std::make_shared<const origin_t>(origin_t{depth_get(), *called});
+    }
+    return call_origin;
 }
 
 result_t algebra_t::imp_t::run(const list_t& tokens) {
@@ -114,33 +139,35 @@ result_t algebra_t::imp_t::run(const list_t& tokens) {
 void algebra_t::imp_t::eval_and_assign(const std::string& name, const std::string& expression) {
     list_t tokens;
     parse(expression, tokens);
-    const depth_scope_t scope(depth, nested(depth, assign_nesting, name));
+    nesting_check(depth_get(), assign_nesting, name);
+    const depth_scope_t scope(depth, 1);
     const result_t value = run(tokens);
     tokens.destroy();
     memory.assign(name, value);
 }
 
-void algebra_t::imp_t::call_begin(const imp_t& caller, unsigned call_depth) {
+void algebra_t::imp_t::take_visible(const imp_t& caller) {
     memory = caller.memory;
     macros = caller.macros;
     functions = caller.functions;
-    depth = call_depth;
 }
 
 call_scope_t::call_scope_t(algebra_t& algebra, const std::string& name)
-    : state(algebra_t::imp_t::of(algebra)), outer(std::exchange(state.called, &name)) {}
+    : state(algebra_t::imp_t::of(algebra)), outer(std::exchange(state.called, &name)),
+      outer_origin(std::move(state.call_origin)) {}
 
 call_scope_t::~call_scope_t() {
     state.called = outer;
+    state.call_origin = std::move(outer_origin);
 }
 
 result_t script_call(algebra_t& caller, const function_t& function, std::vector<result_t>& values,
                      std::size_t base) {
     const algebra_t::imp_t& state = algebra_t::imp_t::of(caller);
-    const unsigned depth = nested(state.depth, script_nesting, function.name);
-    const call_scope_t scope(caller, function.name);
+    nesting_check(state.depth_get(), script_nesting, function.name);
     algebra_t callee;
-    algebra_t::imp_t::of(callee).call_begin(state, depth);
+    algebra_t::imp_t::of(callee).take_visible(state);
+    algebra_t::imp_t::of(callee).nest_in(state);
     for (const std::string& parameter : function.parameters) {
         callee.assign(parameter, values[base++]);
     }

@@ -16,7 +16,11 @@ namespace ko::alg {
 /// What an evaluator owns.
 ///
 /// The program is shared with the evaluation that runs it, so that a host function may parse
-/// another one meanwhile. `depth` counts the evaluations that the current one is nested in.
+/// another one meanwhile.
+///
+/// Nested evaluations are counted across the evaluators that take part. One that is made for a
+/// call begins with the depth of its caller. A copy that a host function makes knows the call
+/// that it was made in as its origin, and adds the depth of that for as long as the call lasts.
 class algebra_t::imp_t {
 public:
     /// Carries the value of the built-in `return` to the evaluation that it ends.
@@ -42,7 +46,11 @@ public:
     void eval_and_assign(const std::string& name, const std::string& expression);
 
     /// Takes from the caller of a script function all that the function can see.
-    void call_begin(const imp_t& caller, unsigned call_depth);
+    void take_visible(const imp_t& caller);
+    /// Makes the evaluations here nested in the current one of `caller`.
+    void nest_in(const imp_t& caller) { depth = caller.depth_get() + 1; }
+    /// Number of evaluations that the current one is nested in.
+    unsigned depth_get() const;
 
     variables_t memory;
     macro_table_t macros;
@@ -50,11 +58,17 @@ public:
     bool numeric_only = false;
     std::string parse_error;
 
-    unsigned depth = 0;
-    /// Name of the function that this evaluator is calling, or null.
-    const std::string* called = nullptr;
-
 private:
+    friend class call_scope_t;
+
+    /// The call that an evaluator was copied in.
+    struct origin_t {
+        unsigned depth;
+        std::string function;
+    };
+
+    std::weak_ptr<const origin_t> origin_for_copy() const;
+    unsigned call_levels() const;
     /// Reads one statement; false when it is blank.
     bool statement_get(const std::string& text, std::string& line) const;
     bool bind(std::string& line, list_t& tokens);
@@ -62,6 +76,13 @@ private:
 
     algebra_t& owner;
     std::shared_ptr<list_t> program;
+
+    unsigned depth = 0; ///< without that of the origin
+    /// Name of the function that this evaluator is calling, or null.
+    const std::string* called = nullptr;
+    /// The current call as an origin, once it has been copied in; lives as long as the call.
+    mutable std::shared_ptr<const origin_t> call_origin;
+    std::weak_ptr<const origin_t> origin;
 };
 
 /// The time during which an evaluator calls a function.
@@ -75,6 +96,7 @@ public:
 private:
     algebra_t::imp_t& state;
     const std::string* const outer;
+    std::shared_ptr<const algebra_t::imp_t::origin_t> outer_origin;
 };
 
 /// Calls a script function with the values from `base` on as its arguments.

@@ -39,10 +39,10 @@ result_t return_f(algebra_t&, result_t a) {
 result_t evaluate_f(algebra_t& algebra, result_t a) {
     const std::string text =
         string_of(a, "algebra_t::evaluate_f() -- non-string argument to 'evaluate'");
-    const unsigned depth =
-        nested(algebra_t::imp_t::of(algebra).depth, evaluate_nesting, "evaluate");
+    const algebra_t::imp_t& caller = algebra_t::imp_t::of(algebra);
+    nesting_check(caller.depth_get(), evaluate_nesting, "evaluate");
     algebra_t evaluator;
-    algebra_t::imp_t::of(evaluator).depth = depth;
+    algebra_t::imp_t::of(evaluator).nest_in(caller);
     evaluator.memory_copy(algebra);
     return evaluator.evaluate(text);
 }

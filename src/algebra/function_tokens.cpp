@@ -142,6 +142,7 @@ void internal_function_t::step(machine_t& machine, const frame_t& frame) const {
         throw exception_t("internal function %s -- %d arguments found, %d expected", text.c_str(),
                           static_cast<int>(found), static_cast<int>(expected));
     }
+    const call_scope_t scope(machine.algebra, text);
     machine.finish(frame, script_call(machine.algebra, called, machine.values, frame.base));
 }
 

@@ -17,19 +17,18 @@ struct nesting_t {
     unsigned limit;   ///< number of levels that still work
 };
 
-constexpr nesting_t script_nesting{"script function", 400};
-constexpr nesting_t evaluate_nesting{"function", 400};
-constexpr nesting_t assign_nesting{"assignment to", 400};
-constexpr nesting_t function_nesting{"evaluation by function", 400};
+constexpr nesting_t script_nesting{"script function", 500};
+constexpr nesting_t evaluate_nesting{"function", 500};
+constexpr nesting_t assign_nesting{"assignment to", 500};
+constexpr nesting_t function_nesting{"evaluation by function", 500};
 
-/// The counter's value inside a new evaluation of the given kind.
+/// Lets an evaluation begin that is nested in `depth` others.
 /// @throws ko::exception_t the limit of this kind is exceeded
-inline unsigned nested(unsigned depth, const nesting_t& kind, const std::string& name) {
+inline void nesting_check(unsigned depth, const nesting_t& kind, const std::string& name) {
     if (depth >= kind.limit) {
         throw exception_t("algebra_t -- " + std::string(kind.what) + " '" + name +
                           "' nested more than " + std::to_string(kind.limit) + " levels deep");
     }
-    return depth + 1;
 }
 
 } // namespace ko::alg

@@ -1,0 +1,110 @@
+// Recursion that an input asks for ends with a message; recursion that ends by itself works.
+#include <memory>
+
+#include "support/evaluation.h"
+
+namespace {
+
+using ko::alg::algebra_t;
+using ko::alg::result_t;
+
+constexpr char script_limit[] =
+    "! algebra_t -- script function 'f' nested more than 500 levels deep";
+
+/// Evaluates "down(n - 1)" on the calling evaluator.
+result_t down(algebra_t& algebra, result_t n) {
+    const int next = n.int_get() - 1;
+    return next < 0 ? n : algebra.evaluate("down(" + std::to_string(next) + ")");
+}
+
+std::unique_ptr<algebra_t> kept;
+
+/// Keeps a copy of the evaluator that calls first.
+result_t keep(algebra_t& algebra) {
+    if (kept == nullptr) {
+        kept = std::make_unique<algebra_t>(algebra);
+    }
+    return 1;
+}
+
+/// Evaluates on a copy of the calling evaluator.
+result_t copied(algebra_t& algebra, result_t text) {
+    algebra_t copy(algebra);
+    return copy.evaluate(text.string_get(false, 0));
+}
+
+algebra_t* outermost = nullptr;
+
+/// Evaluates on the evaluator that the test made, whichever calls.
+result_t at_top(algebra_t&, result_t text) {
+    return outermost->evaluate(text.string_get(false, 0));
+}
+
+class nesting : public test::evaluator_t {
+protected:
+    nesting() {
+        // A body can call another function with arguments only by way of a macro.
+        algebra.macro_define("f(n)", "n < 1 ? 0 : n + (AGAIN)");
+        algebra.macro_define("AGAIN", "f(n-1)");
+    }
+};
+
+TEST_F(nesting, of_script_functions_ends_by_a_condition) {
+    expect({{"f(3)", "(i) 6"}, {"f(400)", "(i) 80200"}, {"f(499)", "(i) 124750"}});
+}
+
+TEST_F(nesting, of_script_functions_has_a_limit) {
+    EXPECT_EQ(outcome("f(500)"), script_limit);
+    EXPECT_EQ(outcome("f(2)"), "(i) 3");
+}
+
+TEST_F(nesting, of_the_built_in_evaluate_has_a_limit) {
+    algebra.assign("again", "evaluate(again)");
+    EXPECT_EQ(outcome("evaluate(again)"),
+              "! algebra_t -- function 'evaluate' nested more than 500 levels deep");
+}
+
+TEST_F(nesting, of_the_built_in_assign_has_a_limit) {
+    algebra.assign("again", "assign('x', again)");
+    EXPECT_EQ(outcome("assign('x', again)"),
+              "! algebra_t -- assignment to 'x' nested more than 500 levels deep");
+    EXPECT_FALSE(algebra.find("x"));
+}
+
+TEST_F(nesting, of_host_functions_that_evaluate_has_a_limit) {
+    algebra.define("down", down);
+    EXPECT_EQ(outcome("down(300)"), "(i) 0");
+    EXPECT_EQ(outcome("down(600)"),
+              "! algebra_t -- evaluation by function 'down' nested more than 500 levels deep");
+}
+
+TEST_F(nesting, is_counted_in_copies_that_a_host_function_makes) {
+    algebra.define("copied", copied);
+    algebra.assign("again", "copied(again)");
+    EXPECT_EQ(outcome("copied('1+1')"), "(i) 2");
+    EXPECT_EQ(outcome("copied(again)"),
+              "! algebra_t -- evaluation by function 'copied' nested more than 500 levels deep");
+}
+
+TEST_F(nesting, of_the_call_that_a_copy_was_made_in_ends_with_the_call) {
+    algebra.define("keep", keep);
+    algebra.macro_define("f(n)", "n < 1 ? keep() : (AGAIN)");
+    EXPECT_EQ(outcome("f(400)"), "(i) 1");
+    EXPECT_EQ(test::shown(kept->evaluate("f(450)")), "(i) 1");
+    kept.reset();
+}
+
+TEST_F(nesting, is_counted_where_a_host_function_uses_the_outermost_evaluator) {
+    outermost = &algebra;
+    algebra.define("at_top", at_top);
+    algebra.macro_define("AGAIN", "at_top('f(1)')");
+    EXPECT_NE(outcome("f(1)").find("nested more than 500 levels deep"), std::string::npos);
+}
+
+TEST_F(nesting, of_several_kinds_is_counted_together) {
+    algebra.macro_define("AGAIN", "assign('x', 'f(1)')");
+    EXPECT_NE(outcome("f(1)").find("nested more than 500 levels deep"), std::string::npos);
+    EXPECT_EQ(outcome("1+1"), "(i) 2");
+}
+
+} // namespace
