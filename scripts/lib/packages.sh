@@ -34,7 +34,7 @@ as_root() {
 }
 
 has_candidate() {
-    apt-cache policy "$1" | grep -q 'Candidate: [^(]'
+    [[ $(LC_ALL=C apt-cache policy "$1") == *"Candidate: "[^\(]* ]]
 }
 
 # The first of the alternatives that the package lists offer.
