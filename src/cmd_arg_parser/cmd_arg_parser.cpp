@@ -44,6 +44,8 @@ std::uint32_t hexadecimal_get(const std::string& word) {
 template <class T> bool decimal_read(const std::string& word, T& value) {
     std::istringstream stream(word);
     stream.imbue(std::locale::classic());
+    // Else an allocation failure within would read as a word without a number.
+    stream.exceptions(std::ios_base::badbit);
     stream >> value;
     return !stream.fail();
 }

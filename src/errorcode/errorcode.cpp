@@ -84,13 +84,20 @@ std::string description_get(unsigned long code) {
     return text;
 }
 
+/// Put together by appending, whose own error a text of the greatest length raises.
+std::string described(const std::string& text, unsigned long code) {
+    std::string message = text;
+    message.append(": ").append(description_get(code));
+    return message;
+}
+
 } // namespace
 
 errorcode_t::errorcode_t(unsigned long number)
     : exception_t(description_get(code_32(number))), code(code_32(number)) {}
 
 errorcode_t::errorcode_t(unsigned long number, const std::string& text)
-    : exception_t(text + ": " + description_get(code_32(number))), code(code_32(number)) {}
+    : exception_t(described(text, code_32(number))), code(code_32(number)) {}
 
 errorcode_t::errorcode_t(const std::string& text, unsigned long number)
     : exception_t(text), code(code_32(number)) {}

@@ -84,12 +84,16 @@ constexpr unsigned long sec_generic = 0x20000403;
 ///
 /// The description of a code that is not in the table is "unkown ko::errorcode 0x" and the code
 /// in upper-case hexadecimal digits.
+///
+/// An object owns its text. It may be copied freely and is used by one thread at a time. A null
+/// pointer for a text is the standard library's own `std::logic_error`.
 class KO_API errorcode_t : public exception_t {
 public:
     /// The message is the description of `code`.
     explicit errorcode_t(unsigned long code);
 
     /// The message is `text`, ": " and the description of `code`.
+    /// @throws std::length_error when that is longer than a string can be
     errorcode_t(unsigned long code, const std::string& text);
 
     /// The message is `text` exactly; the order of the arguments alone tells this from the other.

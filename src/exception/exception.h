@@ -21,9 +21,9 @@ public:
 
     /// Formats the message as `printf` does, in the "C" locale.
     ///
-    /// The expansion is cut after 510 characters, and at an embedded zero byte. A text that comes
-    /// from a user or a file belongs into the arguments or into the other constructor, never into
-    /// `format`.
+    /// The expansion is cut after 510 characters, at an embedded zero byte, and before what
+    /// cannot be formatted. A text that comes from a user or a file belongs into the arguments or
+    /// into the other constructor, never into `format`. A null `format` gives "(null)".
     explicit exception_t(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
     exception_t(const exception_t& other);

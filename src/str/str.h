@@ -4,7 +4,7 @@
 /// Everything here works on bytes in the "C" locale, whatever locale the host has set: letters,
 /// digits and white space are the ASCII ones, and a decimal point is a point. A format that
 /// cannot be carried out (a wide character that the "C" locale lacks) gives the text up to that
-/// place.
+/// place, and never more than 511 characters of it; a null format gives "(null)".
 #pragma once
 
 #include <cstdarg>
@@ -13,22 +13,25 @@
 
 #include "export.h"
 
-/// Formats as `printf` does and writes the text to `out`, cut after 510 characters.
+/// Formats as `printf` does and writes the text to `out`, cut after 510 characters and at an
+/// embedded zero byte.
 /// @return `out`
 KO_API std::ostream& sprintf(std::ostream& out, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
 
-/// Formats as `printf` does and replaces `out` by the text, cut after 510 characters.
+/// Formats as `printf` does and replaces `out` by the text, cut after 510 characters and at
+/// an embedded zero byte. An argument may point into `out`.
 /// @return `out`
 KO_API std::string& sprintf(std::string& out, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
 
 namespace ko {
 
-/// A `std::string` whose first content is a formatted text.
+/// A `std::string` whose first content is a formatted text. It owns that text and is used by one
+/// thread at a time.
 class KO_API string_t : public std::string {
 public:
-    /// Formats as `printf` does, cut after 510 characters.
+    /// Formats as `printf` does, cut after 510 characters and at an embedded zero byte.
     explicit string_t(const char* format, ...) __attribute__((format(printf, 2, 3)));
 };
 

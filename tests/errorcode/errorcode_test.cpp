@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
+#include <stdexcept>
+#include <utility>
 
 #include "support/comma_locale.h"
 #include "support/throws.h"
@@ -61,6 +64,26 @@ TEST(errorcode_t, keeps_its_text_whole_whatever_it_holds) {
     const std::string text = "%s%n" + std::string(1000, 'x');
     EXPECT_EQ(ko::errorcode_t(text, 7).what(), text);
     EXPECT_EQ(ko::errorcode_t(0x20000207, text).what(), text + ": xml parse error");
+}
+
+TEST(errorcode_t, leaves_a_null_text_to_the_standard_library) {
+    const char* none = nullptr;
+    EXPECT_THROW(ko::errorcode_t(none, 7), std::logic_error);
+    EXPECT_THROW(ko::errorcode_t(7, none), std::logic_error);
+}
+
+TEST(errorcode_t, fails_by_appending_to_the_longest_possible_text) {
+    if (std::string().max_size() > 0x7FFFFFFF) {
+        GTEST_SKIP() << "no memory holds the longest text of this platform";
+    }
+    try {
+        const ko::errorcode_t e(7, std::string(std::string().max_size(), 'x'));
+        FAIL() << "threw nothing";
+    } catch (const std::length_error& e) {
+        EXPECT_STREQ(e.what(), "basic_string::append");
+    } catch (const std::bad_alloc&) {
+        GTEST_SKIP() << "needs 2 GB of memory";
+    }
 }
 
 TEST(errorcode_t, writes_the_code_without_grouping_in_any_locale) {

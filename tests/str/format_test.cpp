@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstdarg>
-#include <iomanip>
+#include <locale.h>
 #include <sstream>
 
 #include "support/comma_locale.h"
@@ -121,6 +121,8 @@ TEST(safe_sprintf, keeps_a_zero_byte_within_the_text) {
 
 TEST(safe_sprintf, gives_the_text_before_what_cannot_be_formatted) {
     EXPECT_EQ(ko::str::safe_sprintf("ab%lscd", euro), "ab");
+    const std::string text(600, 'x');
+    EXPECT_EQ(ko::str::safe_sprintf("%s%ls", text.c_str(), euro), std::string(511, 'x'));
 }
 
 TEST(format, has_a_decimal_point_whatever_the_locale) {
@@ -136,6 +138,25 @@ TEST(format, has_a_decimal_point_whatever_the_locale) {
     EXPECT_EQ(out.str(), "1.50 1234567");
     EXPECT_EQ(ko::string_t("%g", 0.25), "0.25");
     EXPECT_EQ(ko::str::safe_sprintf("%g", 0.25), "0.25");
+}
+
+TEST(format, leaves_the_locale_of_the_hosts_thread_alone) {
+    const locale_t own = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t thread_wide = duplocale(own);
+    const locale_t before = uselocale(thread_wide);
+    const std::string text = ko::str::safe_sprintf("%g", 0.25);
+    EXPECT_EQ(uselocale(before), thread_wide);
+    EXPECT_EQ(text, "0.25");
+    freelocale(thread_wide);
+    freelocale(own);
+}
+
+TEST(format, takes_a_null_format) {
+    const char* none = nullptr;
+    std::string text;
+    EXPECT_EQ(sprintf(text, none, 0), "(null)");
+    EXPECT_EQ(ko::string_t(none, 0), "(null)");
+    EXPECT_EQ(ko::str::safe_sprintf(none, 1), "(null)");
 }
 
 TEST(format, leaves_the_locale_of_the_host_alone) {
