@@ -89,25 +89,6 @@ TEST_F(recursion, of_every_kind_in_turn_without_end_is_stopped) {
     expect_stopped("assign('x', c)");
 }
 
-TEST_F(recursion, that_is_stopped_tells_what_was_nested_and_how_deep) {
-    algebra.macro_define("loop()", "loop()");
-    algebra.assign("again", "evaluate(again)");
-    algebra.assign("text", "assign('x', text)");
-    expect({{"loop()", "! algebra_t -- script function 'loop' nested more than 400 levels deep"},
-            {"evaluate(again)",
-             "! algebra_t -- function 'evaluate' nested more than 400 levels deep"},
-            {"assign('x', text)",
-             "! algebra_t -- assignment to 'x' nested more than 400 levels deep"}});
-}
-
-TEST_F(recursion, of_399_further_levels_is_not_stopped) {
-    algebra.macro_define("sum(n)", "n <= 0 ? 0 : n + REST");
-    algebra.macro_define("REST", "sum(n - 1)");
-    expect(
-        {{"sum(399)", "(i) 79800"},
-         {"sum(400)", "! algebra_t -- script function 'sum' nested more than 400 levels deep"}});
-}
-
 TEST_F(recursion, without_end_is_stopped_in_every_way_of_evaluating) {
     algebra.macro_define("loop()", "loop()");
     ASSERT_TRUE(algebra.parse("loop()"));
