@@ -10,10 +10,11 @@
 
 namespace ko::xpp {
 
-/// Documents that "include" directives loaded, by the name they were included by.
+/// Documents that "include" directives loaded, by the name they were included by: the text of the
+/// attribute "file", whatever directory the file was found in.
 ///
 /// It owns its documents and the atom table that they share, and deletes them. It must outlive
-/// the preprocessors that use it, all on one thread.
+/// the preprocessors that use it, all on one thread. A load that fails leaves it as it was.
 class KO_API file_cache_t {
 public:
     file_cache_t();
@@ -25,6 +26,9 @@ public:
     ko::lxml::document_t* get(const std::string& name);
     /// Stores `doc` under `name` and owns it from then on. A document stored there before is not
     /// deleted; it is the caller's again.
+    /// @param name what the attribute "file" of an "include" says
+    /// @param doc a document, with any atom table, that is stored under no other name; null and a
+    ///        document without a root stand for no document
     void insert(const std::string& name, ko::lxml::document_t* doc);
     /// The table that the documents share.
     ko::lxml::atom_table_t& atom_table_get();

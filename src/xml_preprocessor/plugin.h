@@ -13,12 +13,12 @@ namespace ko::xpp {
 class KO_API plugin_t {
 public:
     /// Generates the content of a directive.
-    /// @param directive the directive element as written
+    /// @param directive the directive element as written, with its attributes and children
     /// @return an element, of any document, whose children are processed in place of the
-    /// directive;
-    ///         the element itself is not copied. Null means nothing. The preprocessor never
-    ///         deletes it; it must live until its children have been processed, and a plug-in
-    ///         directive among them calls the plug-in again before that.
+    ///         directive; the element itself is not copied. Null means nothing to emit. The
+    ///         preprocessor never deletes it; it must live until its children have been
+    ///         processed, and a plug-in directive among them calls the plug-in again before that.
+    /// @throws anything; it comes out of `process` unchanged
     virtual ko::lxml::element_t* generate(ko::lxml::element_t* directive) = 0;
 
     virtual ~plugin_t();

@@ -27,9 +27,18 @@ extern KO_API const std::string default_xpr_uri;
 ///
 /// It owns its evaluator, its plug-ins and the documents it includes without a cache. The output
 /// document and the cache are borrowed and must outlive it. A source must live as long as
-/// `process` runs, and as long as a definition in it may still be inserted. All of them are used
-/// by one thread. After an exception the output made so far stays in the output document, and the
-/// preprocessor can be used again.
+/// `process` runs, and as long as a definition in it may still be inserted; so must what a
+/// plug-in generated and a document that the host put into the cache. Definitions in files that
+/// were included stay valid as long as the preprocessor, or the cache.
+///
+/// Source, definitions, included files and what plug-ins generate may belong to documents with
+/// different atom tables. Keywords are added to each of these tables.
+///
+/// All of them are used by one thread. A plug-in may call back the preprocessor that calls it,
+/// `process` included. After an exception the output made so far stays in the output document,
+/// and the preprocessor can be used again. What a document can make it do without an end of its
+/// own, nesting "insert" (10000 levels), "include" and "plugin" (200 levels) in themselves, ends
+/// in an exception; a "for" whose condition stays true does not.
 class KO_API preprocessor_t {
 public:
     class imp_t;
@@ -41,28 +50,34 @@ public:
     };
 
     /// @param output where the new elements are made
-    /// @param cache keeps included documents; may be null
+    /// @param cache keeps included documents, so that each file is read once; may be null, and
+    ///        then each "include" reads its file anew
     preprocessor_t(ko::lxml::document_t& output, ko::xpp::file_cache_t* cache);
     preprocessor_t(const preprocessor_t&) = delete;
     preprocessor_t& operator=(const preprocessor_t&) = delete;
     ~preprocessor_t();
 
     /// Processes a tree.
+    ///
+    /// Variables and definitions stay from call to call. The new elements are children of an
+    /// element "temporary", which stays in the output document.
     /// @param source the top element; not changed
     /// @param flags what directives may do
     /// @return the first new top element, in the output document, or null when nothing came out;
     ///         it is not made the root
-    /// @throws ko::exception_t what a directive or an expression reports, or a null `source`
+    /// @throws ko::exception_t what a directive, an expression or the reading of a file reports,
+    ///         or a null `source`; what a plug-in throws, unchanged
     ko::lxml::element_t* process(ko::lxml::element_t* source, flags_e flags);
 
     /// @name Arguments
-    /// Sets a variable that directives and expression attributes can read.
+    /// Sets a variable that directives and expression attributes can read. A text is the value
+    /// itself and not evaluated.
     /// @{
     void insert_argument(const std::string& name, double value);
     void insert_argument(const std::string& name, int value);
     void insert_argument(const std::string& name, bool value); ///< the integer 0 or 1
     void insert_argument(const std::string& name, const std::string& value);
-    void insert_argument(const std::string& name, const char* value);
+    void insert_argument(const std::string& name, const char* value); ///< throws on null
     /// @}
 
     /// Back to the default namespace names.
@@ -73,6 +88,8 @@ public:
     /// Adds a directory to the search path of includes.
     ///
     /// An entry always ends in a backslash, on every system; one is added where it is missing.
+    /// The name of a file follows it directly. The directory of the including file is searched
+    /// after the entries.
     /// @throws ko::exception_t when `dir` is empty
     void search_path_add(const std::string& dir);
     /// Whether an "include" without "searchpath" uses the search path; true at first.
@@ -80,7 +97,9 @@ public:
 
     /// Registers a plug-in under a name and owns it from then on.
     ///
-    /// A plug-in registered there before is not deleted; it is the caller's again.
+    /// A plug-in registered there before is not deleted; it is the caller's again. A plug-in
+    /// registered under several names is deleted once.
+    /// @throws ko::exception_t when `plugin` is null
     void register_plugin(const std::string& name, plugin_t* plugin);
 
 private:

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "xml_preprocessor/block/block.h"
+#include "xml_preprocessor/nesting.h"
+
+namespace ko::xpp {
+
+/// "insert": one pass over the children of a definition.
+class insert_block_t : public block_t {
+public:
+    insert_block_t(preprocessor_t::imp_t& state, ko::lxml::element_t& source,
+                   ko::lxml::element_t& parent, const keywords_ptr_t& source_keywords);
+    bool start() override;
+
+private:
+    nesting_t level;
+};
+
+} // namespace ko::xpp

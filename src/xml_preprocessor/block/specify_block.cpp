@@ -1,0 +1,36 @@
+#include "xml_preprocessor/block/specify_block.h"
+
+#include <iostream>
+
+#include "xml_preprocessor/attributes.h"
+
+namespace ko::xpp {
+
+bool specify_block_t::start() {
+    index = attribute_text(names().index);
+    // A comma at the end thus makes one more, empty piece: callers rely on it.
+    values = attribute_value(names().values) + ",";
+    return again();
+}
+
+bool specify_block_t::again() {
+    const std::size_t comma = values.find(',', position);
+    if (comma == std::string::npos) {
+        return false;
+    }
+    imp.evaluate_void(index + " = " + values.substr(position, comma - position));
+    position = comma + 1;
+    return true;
+}
+
+void specify_block_t::failed() noexcept {
+    try {
+        const lxml::attribute_t* tag = attribute_find(element, element.atoms->find("namespace"));
+        std::cout << "Caught exception in " << element.name_get() << " : "
+                  << (tag != nullptr ? tag->value : "none") << std::endl;
+    } catch (...) {
+        // The exception on its way must go on unchanged, even where the line cannot be written.
+    }
+}
+
+} // namespace ko::xpp

@@ -1,0 +1,22 @@
+#include "xml_preprocessor/keywords.h"
+
+namespace ko::xpp {
+
+keywords_t::keywords_t(lxml::atom_table_t* atoms, const namespaces_t& names)
+    : table(atoms), namespaces(names), changes(0) {
+    fill();
+}
+
+const string_table_t& keywords_t::get() {
+    if (changes != namespaces.changes) {
+        fill();
+    }
+    return strings;
+}
+
+void keywords_t::fill() {
+    strings.init(table, namespaces.xpp, namespaces.xpr);
+    changes = namespaces.changes;
+}
+
+} // namespace ko::xpp

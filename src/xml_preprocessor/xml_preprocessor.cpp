@@ -1,0 +1,74 @@
+#include "xml_preprocessor/xml_preprocessor.h"
+
+#include "exception/exception.h"
+#include "xml_preprocessor/preprocessor_imp.h"
+
+namespace ko::xpp {
+
+// A failure to allocate these ends the program while it loads, as it must.
+// NOLINTBEGIN(cert-err58-cpp)
+const std::string default_xpp_uri = "kobase.org/xmlns/xmlpreprocessor";
+const std::string default_xpr_uri = "kobase.org/xmlns/xmlpreprocessor/expressionevaluator";
+// NOLINTEND(cert-err58-cpp)
+
+preprocessor_t::preprocessor_t(lxml::document_t& output, file_cache_t* cache)
+    : imp(new imp_t(output, cache)) {}
+
+preprocessor_t::~preprocessor_t() {
+    delete imp;
+}
+
+lxml::element_t* preprocessor_t::process(lxml::element_t* source, flags_e flags) {
+    if (source == nullptr) {
+        throw exception_t("preprocessor_t::process() -- source is null");
+    }
+    return imp->process(*source, flags);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, double value) {
+    imp->algebra.assign(name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, int value) {
+    imp->algebra.assign(name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, bool value) {
+    imp->algebra.assign(name, value ? 1 : 0);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, const std::string& value) {
+    imp->algebra.assign(name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, const char* value) {
+    if (value == nullptr) {
+        throw exception_t("preprocessor_t::insert_argument() -- value is null");
+    }
+    imp->algebra.assign(name, std::string(value));
+}
+
+void preprocessor_t::set_namespace() {
+    imp->namespaces_set(default_xpp_uri, default_xpr_uri);
+}
+
+void preprocessor_t::set_namespace(const std::string& xpp, const std::string& xpr) {
+    imp->namespaces_set(xpp, xpr);
+}
+
+void preprocessor_t::search_path_add(const std::string& dir) {
+    imp->includes.search_path_add(dir);
+}
+
+void preprocessor_t::search_path_use_default(bool on) {
+    imp->includes.search_path_default = on;
+}
+
+void preprocessor_t::register_plugin(const std::string& name, plugin_t* plugin) {
+    if (plugin == nullptr) {
+        throw exception_t("preprocessor_t::register_plugin() -- plug-in is null");
+    }
+    imp->plugin_add(name, plugin);
+}
+
+} // namespace ko::xpp
