@@ -27,7 +27,7 @@ namespace ko::xpp {
 /// The state of a preprocessor, and the expressions that directives evaluate.
 ///
 /// Ownership is that of `preprocessor_t`. Elements in `defines` are borrowed.
-class __attribute__((visibility("hidden"))) preprocessor_t::imp_t {
+class preprocessor_t::imp_t {
 public:
     imp_t(ko::lxml::document_t& output, file_cache_t* cache);
     imp_t(const imp_t&) = delete;

@@ -41,7 +41,7 @@ extern KO_API const std::string default_xpr_uri;
 /// in an exception; a "for" whose condition stays true does not.
 class KO_API preprocessor_t {
 public:
-    class imp_t;
+    class KO_LOCAL imp_t;
 
     /// What directives may do; a set of bits.
     enum flags_e {
