@@ -29,6 +29,15 @@ void* operator new(std::size_t size) {
     return block;
 }
 
+// Under a sanitizer this one is not made from the other.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 void operator delete(void* block) noexcept {
     std::free(block);
 }
