@@ -198,7 +198,7 @@ TEST(conditional_endl, writes_a_line_break_when_it_is_on) {
     std::ostringstream out;
     EXPECT_EQ(&(out << conditional_endl_t{true}), &out);
     EXPECT_EQ(out.str(), "\n");
-    out << conditional_endl_t{false};
+    out << conditional_endl_t(false) << conditional_endl_t();
     EXPECT_EQ(out.str(), "\n");
 }
 
