@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "errorcode/errorcode.h"
 #include "export.h"
 
 struct XML_ParserStruct;
@@ -53,11 +54,13 @@ public:
 
     /// Reads a whole file.
     /// @throws ko::errorcode_t `xml_file_open`, `xml_file_read`, `xml_parse_error` (message and
-    ///         position from expat), `xml_internal`, or the error of a callback with its position
+    ///         position from expat), `xml_internal`, `xml_rethrow_exception` when there is no
+    ///         memory, or the error of a callback with its position
     void parse(const std::string& file_name);
 
     /// Reads a whole document in memory.
-    /// @throws ko::errorcode_t `xml_parse_error`, or the error of a callback with its position
+    /// @throws ko::errorcode_t `xml_parse_error` (message and position from expat), or the error
+    ///         of a callback with its position
     void parse_buffer(const std::string& text);
 
     /// The current position as "line=L column=C"; lines count from 1, columns from 0.

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "errorcode/errorcode.h"
 #include "export.h"
 #include "lxml/atom_table.h"
 #include "lxml/element.h"
@@ -78,7 +79,8 @@ public:
 
     /// @name Namespaces
     /// There is one binding a prefix and one a namespace in the whole document; the last one
-    /// wins. The functions add their arguments to the atom table.
+    /// wins. The functions add their arguments to the atom table; the texts that they return live
+    /// as long as it.
     /// @{
 
     /// Binds a prefix and a namespace name to each other.
