@@ -9,7 +9,9 @@
 
 namespace ko::lxml {
 
-/// An attribute; owned and deleted by its element.
+/// An attribute: a name and a value.
+///
+/// Its element owns and deletes it. Used by one thread at a time, together with its document.
 class KO_API attribute_t : public node_t {
 public:
     attribute_t(atom_table_t* table, int name_id, int ns_id, const std::string& text);

@@ -20,7 +20,8 @@ class document_t;
 /// The document that made it owns it, whether it hangs in a tree or not; an element owns its
 /// attributes but not its children. Mixed content is not modelled: an element has two texts, one
 /// gathered outside and one inside CDATA sections. Used by one thread at a time, together with
-/// its document. A look-up by name adds an unknown name to the document's atom table.
+/// its document. A look-up by name adds an unknown name to the document's atom table. Where
+/// memory runs out, the tree stays whole: what was linked, set or freed before stays so.
 class KO_API element_t : public node_t {
 public:
     /// Children in document order.

@@ -18,7 +18,7 @@ extern KO_API const std::string str_empty;
 /// A named node of a document: an element or an attribute.
 ///
 /// The name is a pair of atoms in the table of the document that owns the node; the table is
-/// borrowed and outlives it.
+/// borrowed and outlives it. Used by one thread at a time, together with its document.
 class KO_API node_t {
 public:
     virtual ~node_t();

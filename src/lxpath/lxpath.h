@@ -41,7 +41,8 @@ KO_API bool peek_char(const char*& p, char c);
 KO_API void copy_str(const char*& p, std::string& out);
 /// @}
 
-/// A part of a path that selects nodes. Each object is used by one thread at a time.
+/// A part of a path that selects nodes; it owns its own parts and borrows what it selects. Each
+/// object is used by one thread at a time. After an exception from reading it can be read again.
 class KO_API xbase_t {
 public:
     xbase_t();
