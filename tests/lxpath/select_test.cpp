@@ -249,6 +249,13 @@ TEST(element_find, throws_where_there_is_none_and_one_is_required) {
     EXPECT_TRUE(throws([&] { element_find(root, path, true); }, message));
 }
 
+TEST(element_find, cuts_its_message_as_the_library_does) {
+    loaded_t tree(numbered);
+    const std::string path(600, 'x');
+    EXPECT_TRUE(
+        throws([&] { element_find(tree.doc, path, true); }, ("element '" + path).substr(0, 510)));
+}
+
 TEST(element_find, gives_null_where_there_is_none) {
     loaded_t tree(numbered);
     const element_t* const root = tree.doc.root;

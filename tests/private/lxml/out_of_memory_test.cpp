@@ -2,12 +2,13 @@
 
 #include <cstdlib>
 #include <new>
-#include <sstream>
+#include <ostream>
 #include <stdexcept>
 
 #include "expat_parser/expat_parser.h"
 #include "lxml/lxml.h"
 #include "lxpath/lxpath.h"
+#include "support/temp_dir.h"
 #include "support/throws.h"
 #include "support/trees.h"
 
@@ -100,6 +101,48 @@ TEST_F(out_of_memory, while_loading_leaves_the_document_usable) {
     EXPECT_EQ(test::shape(tree.doc.root), "element_with_a_long_name(b(c),d)");
 }
 
+TEST_F(out_of_memory, while_loading_a_file_is_reported) {
+    const test::temp_dir_t dir;
+    const std::string file = dir.write("a.xml", text);
+    testing::internal::CaptureStdout();
+    EXPECT_GT(fail_each([&] { tree.doc.load(file); }), 20);
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(test::shape(tree.doc.root), "element_with_a_long_name(b(c),d)");
+}
+
+TEST_F(out_of_memory, while_saving_is_reported) {
+    const test::temp_dir_t dir;
+    const std::string file = dir.path("a.xml");
+    EXPECT_GT(fail_each([&] { tree.doc.save(file, true, true); }), 3);
+    EXPECT_EQ(dir.read("a.xml"), test::printed(root, true, true));
+}
+
+/// A stream buffer that takes everything and keeps nothing.
+class sink_t : public std::streambuf {
+protected:
+    int_type overflow(int_type c) override { return traits_type::not_eof(c); }
+};
+
+TEST_F(out_of_memory, while_printing_is_reported) {
+    sink_t sink;
+    std::ostream out(&sink);
+    EXPECT_GT(fail_each([&] { root->print(out, 0, 0, true, true); }), 3);
+    EXPECT_TRUE(out.good());
+}
+
+TEST_F(out_of_memory, while_building_a_tree_keeps_it_whole) {
+    const std::string name = "a name that is too long for a short string";
+    EXPECT_GT(fail_each([&] { root->append(tree.doc.element_create(name, name + "space")); }), 5);
+    EXPECT_EQ(test::shape(root), "element_with_a_long_name(b(c),d," + name + ")");
+}
+
+TEST_F(out_of_memory, while_binding_a_prefix_is_reported) {
+    const std::string uri = "a namespace that is too long for a short string";
+    EXPECT_GT(fail_each([&] { tree.doc.add_ns_prefix("q", uri); }), 2);
+    EXPECT_EQ(tree.doc.uri_prefix_expand("q"), uri);
+    EXPECT_GT(fail_each([&] { tree.doc.uri_prefix_get(uri + "'s end"); }), 1);
+}
+
 TEST_F(out_of_memory, while_cloning_and_copying_is_reported) {
     document_t target;
     EXPECT_GT(fail_each([&] { root->clone(target, true); }), 10);
@@ -109,6 +152,7 @@ TEST_F(out_of_memory, while_cloning_and_copying_is_reported) {
 TEST_F(out_of_memory, while_selecting_is_reported) {
     EXPECT_GT(fail_each([this] { root->select_nodes(path, nodes); }), 5);
     EXPECT_GT(fail_each([this] { root->select_nodes("b[c]", nodes); }), 5);
+    EXPECT_GT(fail_each([this] { element_find(root, "b[c]", true); }), 5);
 }
 
 TEST_F(out_of_memory, while_interning_changes_nothing) {

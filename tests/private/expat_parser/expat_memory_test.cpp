@@ -1,0 +1,110 @@
+#include <expat.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+#include <new>
+
+#include "lxml/lxml.h"
+#include "support/temp_dir.h"
+#include "support/trees.h"
+
+namespace {
+
+thread_local long allocations_left = -1; ///< of expat, before one fails; negative when none does
+
+bool allocation_fails() {
+    return allocations_left >= 0 && allocations_left-- == 0;
+}
+
+void* allocate(std::size_t size) {
+    return allocation_fails() ? nullptr : std::malloc(size);
+}
+
+void* reallocate(void* block, std::size_t size) {
+    return allocation_fails() ? nullptr : std::realloc(block, size);
+}
+
+constexpr XML_Memory_Handling_Suite memory = {allocate, reallocate, std::free};
+
+} // namespace
+
+// Takes the place of expat's own for the whole program: an allocation of expat can be made to
+// fail.
+extern "C" XML_Parser XML_ParserCreateNS(const XML_Char* encoding, XML_Char separator) {
+    const XML_Char separators[] = {separator, '\0'};
+    return XML_ParserCreate_MM(encoding, &memory, separators);
+}
+
+namespace {
+
+using ko::lxml::document_t;
+
+const std::string text = "<!DOCTYPE p:a [<!ENTITY entity 'the text of an entity'>]>"
+                         "<p:a xmlns:p='urn:namespace' p:b='" +
+                         std::string(3000, 'x') +
+                         "'>&entity;<![CDATA[data]]><c xmlns='urn:other'/>" +
+                         std::string(9000, 'y') + "</p:a>";
+
+/// What became of an action whose allocation number `number` by expat, counted from 0, failed:
+/// the first words of its message.
+template <class A> std::string outcome(A&& action, long number) {
+    std::string message = "no exception";
+    allocations_left = number;
+    try {
+        action();
+        message = allocations_left >= 0 ? "not reached" : message;
+    } catch (const ko::errorcode_t& e) {
+        message = e.what();
+    } catch (const std::bad_alloc&) {
+        message = "bad_alloc";
+    }
+    allocations_left = -1;
+    return message.substr(0, message.find(" line="));
+}
+
+/// How often each outcome comes when every allocation by expat fails in turn.
+template <class A> std::map<std::string, int> outcomes(A&& action) {
+    std::map<std::string, int> counts;
+    for (long number = 0;; ++number) {
+        const std::string message = outcome(action, number);
+        if (message == "not reached") {
+            return counts;
+        }
+        ++counts[message];
+    }
+}
+
+const std::string no_memory = XML_ErrorString(XML_ERROR_NO_MEMORY);
+
+TEST(expat_memory, that_runs_out_while_a_text_is_read_is_reported) {
+    const auto counts = outcomes([] { document_t().load_from_string(text); });
+    EXPECT_EQ(counts.size(), 2u);
+    EXPECT_GT(counts.at("bad_alloc"), 0);
+    EXPECT_GT(counts.at(no_memory), 0);
+}
+
+TEST(expat_memory, that_runs_out_while_a_file_is_read_is_reported) {
+    const test::temp_dir_t dir;
+    const std::string path = dir.write("a.xml", text);
+    const auto counts = outcomes([&] { document_t().load_raw(path); });
+    EXPECT_EQ(counts.size(), 3u);
+    EXPECT_GT(counts.at("bad_alloc"), 0);
+    EXPECT_GT(counts.at(no_memory), 0);
+    EXPECT_GT(counts.at("XML_GetBuffer: xml internal error"), 0);
+}
+
+TEST(expat_memory, that_runs_out_for_a_parser_is_thrown_by_load_as_it_is) {
+    document_t doc;
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(outcome([&] { doc.load("a.xml"); }, 0), "bad_alloc");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Caught exception in a.xml\n");
+}
+
+TEST(expat_memory, that_ran_out_leaves_a_document_that_can_load) {
+    document_t doc;
+    EXPECT_GT(outcomes([&] { doc.load_from_string(text); }).size(), 1u);
+    EXPECT_EQ(test::shape(doc.root), "a(c)");
+}
+
+} // namespace
