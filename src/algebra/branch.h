@@ -62,6 +62,8 @@ protected:
     const child_t& child(unsigned i) const { return children[i]; }
 
 private:
+    friend struct branch_probe_t;
+
     void release(branch_t*& pending);
     void child_set(unsigned i, token_t* token);
     void children_replicate(std::vector<std::pair<const branch_t*, branch_t*>>& pending,
