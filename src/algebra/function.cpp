@@ -1,5 +1,6 @@
 #include "algebra/function.h"
 
+#include <string_view>
 #include <utility>
 
 #include "algebra/algebra.h"
@@ -10,14 +11,14 @@ namespace ko::alg {
 
 namespace {
 
-std::string head_error(const std::string& key, const std::string& rest) {
+std::string head_error(const std::string& key, std::string_view rest) {
     return "parse error in '" + key + "' after '" + key.substr(0, key.size() - rest.size()) + "'";
 }
 
 /// Reads "name(p1, ...)" into `function`.
 /// @return false with the message in `error`
 bool head_parse(const std::string& key, function_t& function, std::string& error) {
-    std::string rest = key;
+    std::string_view rest = key;
     if (!valid_label_get(rest, function.name)) {
         error = "illegal or missing function name";
         return false;
@@ -37,9 +38,10 @@ bool head_parse(const std::string& key, function_t& function, std::string& error
         error = head_error(key, rest);
         return false;
     }
-    if (!str::all_whitespace(rest)) {
+    const std::string behind(rest);
+    if (!str::all_whitespace(behind)) {
         error = "parse error in internal function name '" + key +
-                "' : extra characters found( '" + rest + "' )";
+                "' : extra characters found( '" + behind + "' )";
         return false;
     }
     return true;

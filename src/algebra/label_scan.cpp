@@ -9,31 +9,34 @@ namespace ko::alg {
 
 namespace {
 
-std::string::const_iterator first_nonwhite_of(const std::string& text) {
-    return std::find_if_not(text.begin(), text.end(), ascii::is_space);
+std::string_view without_white_start(std::string_view text) {
+    const auto white = std::find_if_not(text.begin(), text.end(), ascii::is_space) - text.begin();
+    text.remove_prefix(static_cast<std::size_t>(white));
+    return text;
 }
 
 } // namespace
 
-bool valid_label_get(std::string& text, std::string& label) {
+bool valid_label_get(std::string_view& text, std::string& label) {
     label.clear();
-    const auto begin = first_nonwhite_of(text);
-    if (begin == text.end() || !(ascii::is_alpha(*begin) || *begin == '_')) {
+    const std::string_view start = without_white_start(text);
+    if (start.empty() || !(ascii::is_alpha(start.front()) || start.front() == '_')) {
         return false;
     }
     const auto end =
-        std::find_if_not(begin, text.cend(), [](char c) { return label_legals.has(c); });
-    label.assign(begin, end);
-    text.erase(text.cbegin(), end);
+        std::find_if_not(start.begin(), start.end(), [](char c) { return label_legals.has(c); });
+    const auto length = static_cast<std::size_t>(end - start.begin());
+    label.assign(start, 0, length);
+    text = start.substr(length);
     return true;
 }
 
-bool char_get(std::string& text, char c) {
-    const auto begin = first_nonwhite_of(text);
-    if (begin == text.end() || *begin != c) {
+bool char_get(std::string_view& text, char c) {
+    const std::string_view start = without_white_start(text);
+    if (start.empty() || start.front() != c) {
         return false;
     }
-    text.erase(text.cbegin(), begin + 1);
+    text = start.substr(1);
     return true;
 }
 

@@ -135,6 +135,12 @@ TEST_F(long_input, many_script_functions_are_found_and_called) {
     EXPECT_EQ(outcome("f9999(1)"), "(i) 10000");
 }
 
+TEST_F(long_input, the_head_of_a_function_costs_no_more_than_its_length) {
+    const std::string head = "f(" + repeated("p , ", 2 * lots) + "p)";
+    EXPECT_LT(seconds_of([&] { algebra.macro_define(head, "p"); }), 5.0);
+    EXPECT_EQ(outcome("f(1)"), "! internal function f -- 1 arguments found, 200001 expected");
+}
+
 TEST_F(long_input, defining_after_each_call_costs_no_copy_of_the_tables) {
     EXPECT_LT(seconds_of([&] {
                   for (int i = 0; i < 10 * thousand; ++i) {

@@ -26,7 +26,7 @@ TEST(label_scan, takes_a_name_and_the_white_space_before_it) {
         {"\xE4", false, "", "\xE4"},
     };
     for (const label_case_t& c : cases) {
-        std::string text = c.text;
+        std::string_view text = c.text;
         std::string label = "old";
         EXPECT_EQ(valid_label_get(text, label), c.found) << c.text;
         EXPECT_EQ(label, c.label) << c.text;
@@ -35,14 +35,14 @@ TEST(label_scan, takes_a_name_and_the_white_space_before_it) {
 }
 
 TEST(label_scan, takes_a_character_and_the_white_space_before_it) {
-    std::string text = " \n,b";
+    std::string_view text = " \n,b";
     EXPECT_TRUE(char_get(text, ','));
     EXPECT_EQ(text, "b");
 }
 
 TEST(label_scan, leaves_the_text_where_the_character_does_not_come_first) {
     for (const std::string original : {"  x,", "   ", ""}) {
-        std::string text = original;
+        std::string_view text = original;
         EXPECT_FALSE(char_get(text, ','));
         EXPECT_EQ(text, original);
     }
