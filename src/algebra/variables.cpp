@@ -1,5 +1,7 @@
 #include "algebra/variables.h"
 
+#include <utility>
+
 #include "exception/exception.h"
 
 namespace ko::alg {
@@ -9,8 +11,8 @@ const result_t* variables_t::find(const std::string& name) const {
     return found == values.end() ? nullptr : &found->second;
 }
 
-void variables_t::assign(const std::string& name, const result_t& value) {
-    values.insert_or_assign(name, value);
+void variables_t::assign(const std::string& name, result_t value) {
+    values.insert_or_assign(name, std::move(value));
 }
 
 void variables_t::push() {

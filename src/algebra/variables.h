@@ -24,7 +24,8 @@ public:
     result_t& operator[](const std::string& name) { return values[name]; }
     /// @return the value, or null
     const result_t* find(const std::string& name) const;
-    void assign(const std::string& name, const result_t& value);
+    /// Stores a value; a failure leaves the variable as it was.
+    void assign(const std::string& name, result_t value);
 
     void push();
     /// Restores the last snapshot; without one, nothing happens.

@@ -1,55 +1,22 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
 #include <ostream>
 #include <stdexcept>
 
 #include "expat_parser/expat_parser.h"
 #include "lxml/lxml.h"
 #include "lxpath/lxpath.h"
+#include "support/allocations.h"
 #include "support/temp_dir.h"
 #include "support/throws.h"
 #include "support/trees.h"
 
 namespace {
 
-thread_local long allocations_left = -1; ///< before one fails; negative when none does
-
-} // namespace
-
-// Replaced for the whole program: an allocation can be made to fail.
-void* operator new(std::size_t size) {
-    if (allocations_left >= 0 && allocations_left-- == 0) {
-        throw std::bad_alloc();
-    }
-    void* const block = std::malloc(size == 0 ? 1 : size);
-    if (block == nullptr) {
-        throw std::bad_alloc();
-    }
-    return block;
-}
-
-// Under a sanitizer this one is not made from the other.
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    try {
-        return operator new(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-void operator delete(void* block) noexcept {
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
-}
-
-namespace {
-
 using namespace ko::lxml;
+using test::allocations_left;
+using test::fail_each;
+using test::outcome;
 
 const char* const text =
     "<a:element_with_a_long_name xmlns:a='urn:a_namespace_with_a_long_name' attribute='a value'>"
@@ -57,33 +24,6 @@ const char* const text =
     "<d with='another long attribute value'/></a:element_with_a_long_name>";
 
 const char* const path = "b[\"a long name of an element\"]/\"another long name of an element\"";
-
-/// What became of an action whose allocation number `number`, counted from 0, failed.
-template <class A> std::string outcome(A&& action, long number) {
-    std::string message = "no exception";
-    allocations_left = number;
-    try {
-        action();
-        message = allocations_left >= 0 ? "not reached" : message;
-    } catch (const std::exception& e) {
-        allocations_left = -1;
-        message = e.what();
-    }
-    allocations_left = -1;
-    return message;
-}
-
-/// Makes each allocation of `action` fail in turn, which it has to report.
-/// @return how many there were
-template <class A> long fail_each(A&& action) {
-    for (long number = 0;; ++number) {
-        const std::string message = outcome(action, number);
-        if (message == "not reached") {
-            return number;
-        }
-        EXPECT_EQ(message.substr(0, 14), "std::bad_alloc") << "allocation " << number;
-    }
-}
 
 class out_of_memory : public testing::Test {
 protected:

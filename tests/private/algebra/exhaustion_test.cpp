@@ -1,0 +1,150 @@
+// Each allocation of each operation of an evaluator fails in turn: nothing is half done.
+#include <gtest/gtest.h>
+
+#include <list>
+#include <string>
+#include <utility>
+
+#include "algebra/algebra.h"
+#include "support/allocations.h"
+#include "support/evaluation.h"
+
+namespace {
+
+using namespace ko::alg;
+
+const std::string text = "a text that is too long for a short string";
+const std::string name = "a_name_that_is_too_long_for_a_short_string";
+
+/// Evaluates on a copy of the evaluator, which the evaluator then becomes.
+result_t copied(algebra_t& algebra, result_t expression) {
+    algebra_t copy(algebra);
+    algebra = copy;
+    return copy.evaluate(expression.string_get(false, 0));
+}
+
+result_t counted(algebra_t&, std::vector<result_t> values) {
+    return static_cast<int>(values.size());
+}
+
+/// An evaluator with something of everything, and where its operations leave what they make.
+struct world_t {
+    world_t() {
+        algebra.assign("x", 5);
+        algebra.assign("s", text);
+        algebra.macro_define("f(a, b)", "a + b * x + ('" + text + "' == s)");
+        algebra.macro_define("MACRO_" + name, "f(x, 2)");
+        algebra.define("copied", copied);
+        algebra.define("counted", counted, 3);
+        algebra.memory_push();
+        algebra.parse("f(1, 2) + counted(1, 2, 3) ? -x : '" + text + "'");
+    }
+
+    /// What can be seen of the evaluator.
+    std::string state() {
+        std::list<std::pair<std::string, std::string>> definitions;
+        algebra.macros_get(definitions);
+        std::string seen = test::shown(algebra.get("x")) + test::shown(algebra.get("s"));
+        for (const auto& [key, value] : definitions) {
+            seen += key + "=" + value + ";";
+        }
+        seen += algebra.find(name) ? "found" : "not found";
+        return seen + test::shown(algebra.evaluate("f(1, 2) + MACRO_" + name));
+    }
+
+    /// Evaluates what a failure may have left.
+    void use() {
+        test::outcome_of([&] { return algebra.evaluate(tokens); });
+        test::outcome_of([&] { return algebra.evaluate(); });
+        const algebra_t copy(algebra);
+    }
+
+    algebra_t algebra;
+    list_t tokens;
+    std::list<std::pair<std::string, std::string>> macros;
+    std::string decoded;
+};
+
+/// Makes each allocation of `action` fail in turn, each time in a new world.
+/// @return how many there were
+template <class A> long fail_each(A action) {
+    for (long number = 0;; ++number) {
+        world_t world;
+        const std::string before = world.state();
+        const std::string message = test::outcome([&] { action(world); }, number);
+        if (message == "not reached") {
+            return number;
+        }
+        // The sort that fixes the order of binding does without the memory it asks for.
+        if (message != "no exception") {
+            EXPECT_EQ(message, "std::bad_alloc") << "allocation " << number;
+            world.use();
+            EXPECT_EQ(world.state(), before) << "allocation " << number;
+        }
+    }
+}
+
+TEST(exhaustion, leaves_variables_as_they_were) {
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.assign("x", text); }), 1);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.assign(name, text); }), 3);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra[name] = 1; }), 2);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.eval_and_assign(name, "x + f(1, 2)"); }), 50);
+}
+
+TEST(exhaustion, leaves_the_memory_stack_as_it_was) {
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.memory_push(); }), 3);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.memory_pop(); }), 2);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.memory_pop_diff(); }), 2);
+    EXPECT_GE(fail_each([](world_t& w) { algebra_t().memory_copy(w.algebra); }), 2);
+}
+
+TEST(exhaustion, leaves_functions_and_macros_as_they_were) {
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macro_define(name, text); }), 5);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macro_define(name + "(" + name + ")", "1"); }),
+              15);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macro_define("f(a, c)", "1 + 1"); }), 10);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.define(name, counted, 2); }), 2);
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macros_get(w.macros); }), 4);
+    EXPECT_GE(
+        fail_each([](world_t& w) { w.algebra.macro_decode("1 + MACRO_" + name, w.decoded); }), 2);
+}
+
+TEST(exhaustion, leaves_a_copied_evaluator_as_it_was) {
+    EXPECT_GE(fail_each([](world_t& w) { algebra_t(w.algebra).evaluate(); }), 50);
+    EXPECT_GE(fail_each([](world_t& w) { algebra_t() = w.algebra; }), 15);
+    EXPECT_GE(fail_each([](world_t& w) {
+                  algebra_t copy(w.algebra);
+                  copy.macro_define("M", "1");
+                  copy.macro_define("g(x)", "1");
+                  copy.define("h", counted, 2);
+                  copy.memory_push();
+              }),
+              50);
+}
+
+TEST(exhaustion, leaves_an_evaluator_that_was_assigned_to_as_it_was) {
+    algebra_t other(world_t().algebra);
+    other.assign("x", 6);
+    EXPECT_GE(fail_each([&](world_t& w) { w.algebra = other; }), 15);
+}
+
+TEST(exhaustion, while_parsing_is_reported) {
+    const std::string good = "1 + MACRO_" + name + " ? (2.5, '" + text + "') : -x << 3";
+    EXPECT_GE(fail_each([&](world_t& w) { w.algebra.parse(good, w.tokens); }), 40);
+    EXPECT_GE(fail_each([&](world_t& w) { w.algebra.parse("- -" + good, w.tokens); }), 40);
+    EXPECT_GE(fail_each([&](world_t& w) { w.algebra.parse(good); }), 40);
+}
+
+TEST(exhaustion, while_evaluating_is_reported) {
+    const std::string expressions[] = {
+        "f(1, 2) + s + copied('f(1, 2) + counted(1, 2, 3)')",
+        "evaluate('x + 1') + assign('z', 'x + 1.5') + exists('s') + strlen(s)",
+        "(y = 1) + quad(1, -3, 2) + max(s, '" + text + "') + return('" + text + "')",
+    };
+    for (const std::string& expression : expressions) {
+        EXPECT_GE(fail_each([&](world_t& w) { w.algebra.evaluate(expression); }), 20);
+    }
+    EXPECT_GE(fail_each([](world_t& w) { w.algebra.evaluate_safe(text); }), 5);
+}
+
+} // namespace

@@ -1,0 +1,50 @@
+// The hook by which tests make allocations fail.
+#include "support/allocations.h"
+
+#include <cstdlib>
+#include <list>
+#include <new>
+
+// Replaced for the whole program: an allocation can be made to fail.
+void* operator new(std::size_t size) {
+    if (test::allocations_left >= 0 && test::allocations_left-- == 0) {
+        throw std::bad_alloc();
+    }
+    void* const block = std::malloc(size == 0 ? 1 : size);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
+// Under a sanitizer this one is not made from the other.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+namespace {
+
+TEST(allocations, fail_at_the_number_that_is_asked_for) {
+    const auto two = [] {
+        std::list<int> list(1);
+        list.push_back(2);
+    };
+    EXPECT_EQ(test::outcome(two, 0), "std::bad_alloc");
+    EXPECT_EQ(test::outcome(two, 1), "std::bad_alloc");
+    EXPECT_EQ(test::outcome(two, 2), "not reached");
+    EXPECT_EQ(test::fail_each(two), 2);
+}
+
+} // namespace
