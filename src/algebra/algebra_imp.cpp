@@ -6,6 +6,7 @@
 #include "algebra/limits.h"
 #include "algebra/parser.h"
 #include "algebra/statement_reader.h"
+#include "exception/exception.h"
 #include "str/str.h"
 
 namespace ko::alg {
@@ -46,7 +47,7 @@ algebra_t::imp_t& algebra_t::imp_t::operator=(const imp_t& other) {
         calls_rebind(*program_copy, other.functions.scripts_get(), functions.scripts_get());
     }
     variables_t memory_copy = other.memory;
-    origin = other.origin_for_copy();
+    origin_take(other.origin_for_copy());
     program = std::move(program_copy);
     memory = std::move(memory_copy);
     macros = other.macros;
@@ -120,14 +121,24 @@ std::weak_ptr<const algebra_t::imp_t::origin_t> algebra_t::imp_t::origin_for_cop
         return origin;
     }
     if (call_origin == nullptr) {
-        call_origin = std::make_shared<const origin_t>(origin_t{depth_get(), *called});
+        call_origin = std::make_shared<const origin_t>(origin_t{depth_get(), *called, this});
     }
     return call_origin;
+}
+
+void algebra_t::imp_t::origin_take(const std::weak_ptr<const origin_t>& other) {
+    const std::shared_ptr<const origin_t> source = other.lock();
+    if (source == nullptr || source->caller != this) {
+        origin = other;
+    }
 }
 
 result_t algebra_t::imp_t::run(const list_t& tokens) {
     if (tokens.empty()) {
         return {};
+    }
+    if (tokens.front() == nullptr) {
+        throw exception_t("algebra_t::evaluate() -- null token");
     }
     try {
         return tokens.front()->evaluate(owner);

@@ -21,6 +21,8 @@ namespace ko::alg {
 /// Nested evaluations are counted across the evaluators that take part. One that is made for a
 /// call begins with the depth of its caller. A copy that a host function makes knows the call
 /// that it was made in as its origin, and adds the depth of that for as long as the call lasts.
+/// An evaluator to which such a copy of itself is assigned in the call is no copy: its own depth
+/// counts the call.
 class algebra_t::imp_t {
 public:
     /// Carries the value of the built-in `return` to the evaluation that it ends.
@@ -65,9 +67,11 @@ private:
     struct origin_t {
         unsigned depth;
         std::string function;
+        const imp_t* caller; ///< to compare only; it may be gone
     };
 
     std::weak_ptr<const origin_t> origin_for_copy() const;
+    void origin_take(const std::weak_ptr<const origin_t>& other);
     unsigned call_levels() const;
     /// Reads one statement; false when it is blank.
     bool statement_get(const std::string& text, std::string& line) const;

@@ -17,10 +17,10 @@ struct nesting_t {
     unsigned limit;   ///< number of levels that still work
 };
 
-constexpr nesting_t script_nesting{"script function", 500};
-constexpr nesting_t evaluate_nesting{"function", 500};
-constexpr nesting_t assign_nesting{"assignment to", 500};
-constexpr nesting_t function_nesting{"evaluation by function", 500};
+constexpr nesting_t script_nesting{"script function", 1000};
+constexpr nesting_t evaluate_nesting{"function", 1000};
+constexpr nesting_t assign_nesting{"assignment to", 1000};
+constexpr nesting_t function_nesting{"evaluation by function", 1000};
 
 /// Lets an evaluation begin that is nested in `depth` others.
 /// @throws ko::exception_t the limit of this kind is exceeded

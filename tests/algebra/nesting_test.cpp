@@ -9,7 +9,7 @@ using ko::alg::algebra_t;
 using ko::alg::result_t;
 
 constexpr char script_limit[] =
-    "! algebra_t -- script function 'f' nested more than 500 levels deep";
+    "! algebra_t -- script function 'f' nested more than 1000 levels deep";
 
 /// Evaluates "down(n - 1)" on the calling evaluator.
 result_t down(algebra_t& algebra, result_t n) {
@@ -40,6 +40,14 @@ result_t at_top(algebra_t&, result_t text) {
     return outermost->evaluate(text.string_get(false, 0));
 }
 
+/// Restores the calling evaluator from a copy of it and evaluates "restored(n - 1)" there.
+result_t restored(algebra_t& algebra, result_t n) {
+    const algebra_t saved(algebra);
+    algebra = saved;
+    const int next = n.int_get() - 1;
+    return next < 0 ? n : algebra.evaluate("restored(" + std::to_string(next) + ")");
+}
+
 class nesting : public test::evaluator_t {
 protected:
     nesting() {
@@ -50,32 +58,32 @@ protected:
 };
 
 TEST_F(nesting, of_script_functions_ends_by_a_condition) {
-    expect({{"f(3)", "(i) 6"}, {"f(400)", "(i) 80200"}, {"f(499)", "(i) 124750"}});
+    expect({{"f(3)", "(i) 6"}, {"f(400)", "(i) 80200"}, {"f(999)", "(i) 499500"}});
 }
 
 TEST_F(nesting, of_script_functions_has_a_limit) {
-    EXPECT_EQ(outcome("f(500)"), script_limit);
+    EXPECT_EQ(outcome("f(1000)"), script_limit);
     EXPECT_EQ(outcome("f(2)"), "(i) 3");
 }
 
 TEST_F(nesting, of_the_built_in_evaluate_has_a_limit) {
     algebra.assign("again", "evaluate(again)");
     EXPECT_EQ(outcome("evaluate(again)"),
-              "! algebra_t -- function 'evaluate' nested more than 500 levels deep");
+              "! algebra_t -- function 'evaluate' nested more than 1000 levels deep");
 }
 
 TEST_F(nesting, of_the_built_in_assign_has_a_limit) {
     algebra.assign("again", "assign('x', again)");
     EXPECT_EQ(outcome("assign('x', again)"),
-              "! algebra_t -- assignment to 'x' nested more than 500 levels deep");
+              "! algebra_t -- assignment to 'x' nested more than 1000 levels deep");
     EXPECT_FALSE(algebra.find("x"));
 }
 
 TEST_F(nesting, of_host_functions_that_evaluate_has_a_limit) {
     algebra.define("down", down);
-    EXPECT_EQ(outcome("down(300)"), "(i) 0");
-    EXPECT_EQ(outcome("down(600)"),
-              "! algebra_t -- evaluation by function 'down' nested more than 500 levels deep");
+    EXPECT_EQ(outcome("down(900)"), "(i) 0");
+    EXPECT_EQ(outcome("down(1200)"),
+              "! algebra_t -- evaluation by function 'down' nested more than 1000 levels deep");
 }
 
 TEST_F(nesting, is_counted_in_copies_that_a_host_function_makes) {
@@ -83,14 +91,22 @@ TEST_F(nesting, is_counted_in_copies_that_a_host_function_makes) {
     algebra.assign("again", "copied(again)");
     EXPECT_EQ(outcome("copied('1+1')"), "(i) 2");
     EXPECT_EQ(outcome("copied(again)"),
-              "! algebra_t -- evaluation by function 'copied' nested more than 500 levels deep");
+              "! algebra_t -- evaluation by function 'copied' nested more than 1000 levels deep");
+}
+
+TEST_F(nesting, is_counted_once_in_an_evaluator_that_is_restored_from_a_copy) {
+    algebra.define("restored", restored);
+    EXPECT_EQ(outcome("restored(900)"), "(i) 0");
+    EXPECT_EQ(
+        outcome("restored(1200)"),
+        "! algebra_t -- evaluation by function 'restored' nested more than 1000 levels deep");
 }
 
 TEST_F(nesting, of_the_call_that_a_copy_was_made_in_ends_with_the_call) {
     algebra.define("keep", keep);
     algebra.macro_define("f(n)", "n < 1 ? keep() : (AGAIN)");
-    EXPECT_EQ(outcome("f(400)"), "(i) 1");
-    EXPECT_EQ(test::shown(kept->evaluate("f(450)")), "(i) 1");
+    EXPECT_EQ(outcome("f(800)"), "(i) 1");
+    EXPECT_EQ(test::shown(kept->evaluate("f(900)")), "(i) 1");
     kept.reset();
 }
 
@@ -98,12 +114,12 @@ TEST_F(nesting, is_counted_where_a_host_function_uses_the_outermost_evaluator) {
     outermost = &algebra;
     algebra.define("at_top", at_top);
     algebra.macro_define("AGAIN", "at_top('f(1)')");
-    EXPECT_NE(outcome("f(1)").find("nested more than 500 levels deep"), std::string::npos);
+    EXPECT_NE(outcome("f(1)").find("nested more than 1000 levels deep"), std::string::npos);
 }
 
 TEST_F(nesting, of_several_kinds_is_counted_together) {
     algebra.macro_define("AGAIN", "assign('x', 'f(1)')");
-    EXPECT_NE(outcome("f(1)").find("nested more than 500 levels deep"), std::string::npos);
+    EXPECT_NE(outcome("f(1)").find("nested more than 1000 levels deep"), std::string::npos);
     EXPECT_EQ(outcome("1+1"), "(i) 2");
 }
 
