@@ -15,10 +15,11 @@ namespace ko::alg {
 
 /// The expression evaluator: variables, functions, macros and one parsed program.
 ///
-/// It owns all of these. A copy is complete and independent. An object is used by one thread at a
-/// time; two objects may be used by two threads, a copy and its source among them. After an
-/// exception an evaluator can be used and destroyed as before; variables that the failed
-/// expression had assigned keep their new values.
+/// It owns all of these. A copy is complete and independent. A host function may parse with the
+/// evaluator that calls it, assign to it and copy it, but not destroy it. An object is used by
+/// one thread at a time; two objects may be used by two threads, a copy and its source among
+/// them. After an exception an evaluator can be used and destroyed as before; variables that the
+/// failed expression had assigned keep their new values.
 class KO_API algebra_t {
 public:
     class KO_LOCAL imp_t;

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "algebra/arm_arithmetic.h"
+#include "exception/exception.h"
 
 namespace ko::alg {
 
@@ -35,6 +36,13 @@ std::string float_text(float value, bool scientific, unsigned precision) {
     const std::to_chars_result end =
         std::to_chars(begin, begin + text.size(), static_cast<double>(value), format, decimals);
     text.resize(static_cast<std::size_t>(end.ptr - begin));
+    return text;
+}
+
+const char* checked(const char* text) {
+    if (text == nullptr) {
+        throw exception_t("result_t::result_t() -- null text");
+    }
     return text;
 }
 
@@ -71,7 +79,7 @@ result_t::result_t(const std::string& value)
     : int_value(0), float_value(0), string_value(value), type(type_string) {}
 
 result_t::result_t(const char* value)
-    : int_value(0), float_value(0), string_value(value), type(type_string) {}
+    : int_value(0), float_value(0), string_value(checked(value)), type(type_string) {}
 
 unsigned result_t::type_get() const {
     return type;

@@ -27,7 +27,7 @@ public:
     result_t(double value); ///< a float rounded from `value`; the integer view is truncated
                             ///< from `value` itself, which callers rely on
     result_t(const std::string& value); ///< a string
-    result_t(const char* value);        ///< a string
+    result_t(const char* value);        ///< a string; null throws a `ko::exception_t`
 
     /// The type code.
     unsigned type_get() const;

@@ -64,7 +64,7 @@ void list_t::replicate(const list_t& other) {
     list_t copies;
     for (const token_t* const token : other) {
         copies.push_back(nullptr);
-        copies.back() = token->replicate();
+        copies.back() = token == nullptr ? nullptr : token->replicate();
     }
     splice(end(), copies);
 }

@@ -17,7 +17,8 @@ class list_t;
 /// A node of an expression tree; a whole expression when it is the root.
 ///
 /// A node owns its operands. What a node refers to stays valid whatever becomes of the evaluator
-/// that parsed it. A tree is used by one thread at a time.
+/// that parsed it. A tree is used by one thread at a time, which with calls of script functions
+/// in it is the thread that uses the evaluator that parsed it.
 class KO_API token_t {
 public:
     /// @param text the spelling, the digits, the content of a string or the name
@@ -41,6 +42,9 @@ public:
                            std::string& error) = 0;
 
     /// The value of the tree.
+    ///
+    /// The built-in `return` ends evaluations that an `algebra_t` began; in one begun here it
+    /// throws an exception of the library's own.
     /// @param algebra the evaluator whose variables and functions count
     /// @throws ko::exception_t what the evaluation reports; the parse error text of `algebra`
     /// where

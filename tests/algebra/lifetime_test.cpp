@@ -134,6 +134,21 @@ TEST_F(lifetime, a_list_assigned_to_itself_is_unchanged) {
     EXPECT_EQ(outcome(tokens), "(i) 3");
 }
 
+TEST_F(lifetime, a_null_token_of_the_host_is_copied_and_reported) {
+    tokens.push_back(nullptr);
+    const list_t copy(tokens);
+    EXPECT_EQ(copy.size(), 1U);
+    EXPECT_EQ(outcome(copy), "! algebra_t::evaluate() -- null token");
+}
+
+TEST_F(lifetime, a_null_text_of_the_host_is_reported) {
+    const char* const text = nullptr;
+    const char* const message = "result_t::result_t() -- null text";
+    EXPECT_TRUE(test::throws([&] { const result_t value(text); }, message));
+    EXPECT_TRUE(test::throws([&] { algebra.assign("x", text); }, message));
+    EXPECT_FALSE(algebra.find("x"));
+}
+
 TEST_F(lifetime, a_list_is_evaluated_by_any_evaluator) {
     ASSERT_TRUE(algebra.parse("f(1) + y", tokens));
     EXPECT_EQ(elsewhere(), "! label_t::evaluate() -- access to undefined term, 'y'");

@@ -16,6 +16,7 @@ namespace {
 using variable_term = test::evaluator_t;
 using comma = test::evaluator_t;
 using assignment = test::evaluator_t;
+using sum = test::evaluator_t;
 using expression = test::evaluator_t;
 
 class evaluation_order : public test::evaluator_t {
@@ -279,4 +280,13 @@ TEST_F(failed_parse, leaves_nodes_that_cannot_be_assigned_to) {
 TEST_F(failed_parse, leaves_the_evaluator_usable) {
     EXPECT_EQ(outcome_after("1 +"), "(i) 1");
     expect({{"1 + 1", "(i) 2"}});
+}
+
+TEST_F(sum, of_texts_keeps_nothing_of_a_number_that_the_host_made_a_text) {
+    algebra["x"] = 5;
+    algebra["x"].type_set(result_t::type_string);
+    result_t joined = algebra.evaluate("x + 'a'");
+    EXPECT_EQ(test::shown(joined), "(s) a");
+    joined.type_set(result_t::type_int);
+    EXPECT_EQ(test::shown(joined), "(i) 0");
 }
