@@ -131,4 +131,14 @@ TEST_F(foreign_children, linked_into_a_tree_are_recognised_by_their_own_table) {
     EXPECT_EQ(test::printed(preprocessor.process(top, flags)), "<r ><r ><a /></r></r>");
 }
 
+TEST_F(foreign_children, of_a_switch_are_recognised_by_their_own_table) {
+    element_t* top = source(test::wrapped("<x:switch condition='2'/>"));
+    sources.emplace_back();
+    sources.back().atoms->get("shift");
+    sources.back().load_from_string(test::wrapped("<x:case expression='1'><a/></x:case>"
+                                                  "<x:case expression='2'><b/></x:case>"));
+    top->children.front()->children = sources.back().root->children;
+    EXPECT_EQ(test::printed(preprocessor.process(top, flags)), "<r ><b /></r>");
+}
+
 } // namespace

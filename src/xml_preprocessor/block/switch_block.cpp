@@ -16,15 +16,17 @@ bool switch_block_t::start() {
 }
 
 bool switch_block_t::chosen(const lxml::element_t& branch, const std::string& value) const {
-    if (branch.ns != names().xpp_ns) {
+    const keywords_ptr_t branch_keywords = imp.keywords_for(branch, children_keywords());
+    const string_table_t& atoms = branch_keywords->get();
+    if (branch.ns != atoms.xpp_ns) {
         return false;
     }
     // The first "default" is taken even where a "case" behind it matches: callers rely on it.
-    if (branch.name == names().default_) {
+    if (branch.name == atoms.default_) {
         return true;
     }
-    return branch.name == names().case_ &&
-           imp.evaluate_string(attribute_required(branch, names().expression).value) == value;
+    return branch.name == atoms.case_ &&
+           imp.evaluate_string(attribute_required(branch, atoms.expression).value) == value;
 }
 
 } // namespace ko::xpp
