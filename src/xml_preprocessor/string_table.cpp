@@ -1,5 +1,7 @@
 #include "xml_preprocessor/string_table.h"
 
+#include "exception/exception.h"
+
 namespace ko::xpp {
 
 namespace {
@@ -46,6 +48,9 @@ int atom_of(lxml::atom_table_t& atoms, const std::string& text) {
 
 void string_table_t::init(lxml::atom_table_t* atoms, const std::string& xpp_uri,
                           const std::string& xpr_uri) {
+    if (atoms == nullptr) {
+        throw exception_t("string_table_t::init() -- atom table is null");
+    }
     xpp_ns = atom_of(*atoms, xpp_uri);
     xpr_ns = atom_of(*atoms, xpr_uri);
     for (const keyword_t& keyword : keyword_texts) {

@@ -43,6 +43,7 @@ struct KO_API string_table_t {
     /// @param atoms the table
     /// @param xpp_uri name of the namespace of directives
     /// @param xpr_uri name of the namespace of expression attributes
+    /// @throws ko::exception_t when `atoms` is null
     void init(ko::lxml::atom_table_t* atoms, const std::string& xpp_uri,
               const std::string& xpr_uri);
 };

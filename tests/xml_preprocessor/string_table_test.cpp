@@ -5,6 +5,8 @@
 #include <cstring>
 #include <vector>
 
+#include "support/throws.h"
+
 namespace {
 
 using ko::lxml::atom_table_t;
@@ -63,6 +65,12 @@ TEST(string_table, filled_twice_has_the_same_numbers_and_adds_nothing) {
     second.init(&atoms, "urn:d", "urn:v");
     EXPECT_EQ(numbers(first), numbers(second));
     EXPECT_EQ(atoms.get("new"), 27);
+}
+
+TEST(string_table, refuses_null) {
+    string_table_t table;
+    EXPECT_TRUE(test::throws([&] { table.init(nullptr, "urn:d", "urn:v"); },
+                             "string_table_t::init() -- atom table is null"));
 }
 
 } // namespace
