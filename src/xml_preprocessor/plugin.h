@@ -13,7 +13,9 @@ namespace ko::xpp {
 class KO_API plugin_t {
 public:
     /// Generates the content of a directive.
-    /// @param directive the directive element as written, with its attributes and children
+    /// @param directive the directive element as written, with its attributes and children. It
+    ///        and what hangs below it may be changed, or freed for good; the elements that stand
+    ///        around it are being processed and must stay
     /// @return an element, of any document, whose children are processed in place of the
     ///         directive; the element itself is not copied. Null means nothing to emit. The
     ///         preprocessor never deletes it; it must live until its children have been

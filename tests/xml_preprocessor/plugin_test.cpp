@@ -120,6 +120,48 @@ TEST_F(plugins, may_process_with_the_preprocessor_that_calls_them) {
               "<inner /><a v=\"5\" />");
 }
 
+TEST_F(plugins, that_process_themselves_end_at_the_limit) {
+    element_t* part = source(test::wrapped("<x:plugin name='gen'/>"));
+    add("gen", [&, part](element_t*) { return preprocessor.process(part, flags); });
+    EXPECT_TRUE(fails("<x:plugin name='gen'/>", "plugin nested more than 200 levels deep: gen"));
+    EXPECT_EQ(run("<a/>"), "<a />");
+}
+
+TEST_F(plugins, let_a_failure_through_from_inner_specify_to_outer) {
+    element_t* part = source(test::wrapped("<x:specify namespace='inner' index='i' values='1'>"
+                                           "<x:pragma><x:insert name='no'/></x:pragma>"
+                                           "</x:specify>"));
+    add("gen", [&, part](element_t*) { return preprocessor.process(part, flags); });
+    const std::string lines = test::standard_output([&] {
+        EXPECT_TRUE(fails("<x:specify namespace='outer' index='i' values='1'>"
+                          "<x:plugin name='gen'/></x:specify>",
+                          "insert name not defined: no"));
+    });
+    EXPECT_EQ(lines,
+              "Caught exception in specify : inner\nCaught exception in specify : outer\n");
+}
+
+TEST_F(plugins, may_change_the_directive) {
+    add("more", [](element_t* directive) {
+        const std::string n = directive->attribute_get_value("n", "") + "i";
+        directive->attribute_set("n", n);
+        directive->append(directive->document->element_create(n, ""));
+        return directive;
+    });
+    EXPECT_EQ(run("<x:repeat index='i' first='1' last='2'><x:plugin name='more'/></x:repeat>"),
+              "<i /><i /><ii />");
+}
+
+TEST_F(plugins, may_free_the_directive) {
+    add("once", [](element_t* directive) {
+        directive->document->element_remove(directive);
+        return nullptr;
+    });
+    EXPECT_EQ(run("<x:repeat index='i' first='1' last='2'><x:plugin name='once'><no/></x:plugin>"
+                  "<a e:i='i'/></x:repeat>"),
+              "<a i=\"1\" /><a i=\"2\" />");
+}
+
 TEST_F(plugins, may_change_the_namespaces_at_once) {
     add("switch", [&](element_t*) {
         preprocessor.set_namespace("urn:d", "urn:v");
