@@ -218,4 +218,22 @@ TEST_F(directives, an_attribute_is_found_whatever_its_namespace) {
         << "the one without a namespace is the first in the element's order";
 }
 
+TEST_F(directives, the_first_of_several_attributes_decides_whether_it_is_evaluated) {
+    const std::string define = "<x:define name='1+1'><text/></x:define>"
+                               "<x:define name='2'><value/></x:define>";
+    EXPECT_EQ(run(define + "<x:insert name='1+1' e:name='2'/>"), "<text />");
+    EXPECT_EQ(run(define + "<x:insert xmlns:o='other' o:name='3' e:name='1+1'/>"), "<value />")
+        << "the namespace of expressions came up before the other one";
+    EXPECT_EQ(run("<x:specify index='i' values='1' e:values='\"2,3\"'><a e:i='i'/></x:specify>"),
+              "<a i=\"1\" />");
+}
+
+TEST_F(directives, a_blank_expression_fails_with_the_parse_error_before_it) {
+    EXPECT_TRUE(fails("<x:if condition=' '/>", ""));
+    EXPECT_TRUE(
+        fails("<x:evaluate expression='1 2'/>", "syntax error in 1 2  -- not enough operators"));
+    EXPECT_TRUE(
+        fails("<x:evaluate expression=''/>", "syntax error in 1 2  -- not enough operators"));
+}
+
 } // namespace

@@ -2,6 +2,7 @@
 
 namespace {
 
+using ko::lxml::element_t;
 using ko::xpp::preprocessor_t;
 
 class processing : public test::preprocessor_test_t {};
@@ -87,6 +88,17 @@ TEST_F(processing, the_source_may_be_in_the_output_document) {
     output.load_from_string(
         test::wrapped("<x:repeat index='i' first='1' last='2'><a/></x:repeat>"));
     EXPECT_EQ(test::printed(preprocessor.process(output.root, flags)), "<r ><a /><a /></r>");
+}
+
+TEST_F(processing, what_came_out_stands_when_all_else_is_gone) {
+    const element_t* top = nullptr;
+    {
+        ko::lxml::document_t from;
+        from.load_from_string(test::wrapped("<x:if condition='1'><a e:n='1+1'>t</a></x:if>"));
+        preprocessor_t other(output, nullptr);
+        top = other.process(from.root, flags);
+    }
+    EXPECT_EQ(test::printed(top), "<r ><a n=\"2\" >t</a></r>");
 }
 
 TEST_F(processing, keywords_are_added_to_the_table_of_the_source) {
