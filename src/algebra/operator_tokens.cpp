@@ -10,33 +10,34 @@ namespace ko::alg {
 
 namespace {
 
-constexpr unary_kind_t unary_kinds[] = {{"-", operator- },
-                                         {"+", operator+ },
-                                          {
-                                              "!",
-                                              operator!},
-                                         };
+// The formatter takes the names of operators for expressions.
+// clang-format off
+constexpr unary_kind_t unary_kinds[] = {
+    {"-", &operator-},
+    {"+", &operator+},
+    {"!", &operator!},
+};
 
-constexpr binary_kind_t binary_kinds[] = {{"*", 0, operator* },
-                                           {"/", 0, operator/ },
-                                            {"%", 0, operator% },
-                                             {"-", -1, operator- }, {"+", -1, nullptr},
-                                              {"<<", -2, operator<< },
-                                               {">>", -2, operator>> },
-                                                {"<", -3, operator<},
-                                                 {"<=", -3, operator<= },
-                                                  {">", -3, operator> },
-                                                   {">=", -3, operator>= },
-                                                    {"==", -4, operator== },
-                                                     {"!=", -4, operator!= },
-                                                      {"&", -5, operator& },
-                                                       {"|", -7, operator| },
-                                                        {"&&", -8, operator&& },
-                                                         {
-                                                             "||",
-                                                             -9,
-                                                             operator|| },
-                                                        };
+constexpr binary_kind_t binary_kinds[] = {
+    {"*", 0, &operator*},
+    {"/", 0, &operator/},
+    {"%", 0, &operator%},
+    {"-", -1, &operator-},
+    {"+", -1, nullptr},
+    {"<<", -2, &operator<<},
+    {">>", -2, &operator>>},
+    {"<", -3, &operator<},
+    {"<=", -3, &operator<=},
+    {">", -3, &operator>},
+    {">=", -3, &operator>=},
+    {"==", -4, &operator==},
+    {"!=", -4, &operator!=},
+    {"&", -5, &operator&},
+    {"|", -7, &operator|},
+    {"&&", -8, &operator&&},
+    {"||", -9, &operator||},
+};
+// clang-format on
 
 template <class K, std::size_t n>
 const K* kind_find(const K (&kinds)[n], std::string_view spelling) {
