@@ -19,3 +19,7 @@ if(KOBASE_SANITIZE)
         add_compile_options(-fsanitize=float-cast-overflow)
     endif()
 endif()
+
+if(KOBASE_COVERAGE)
+    add_link_options(--coverage)
+endif()

@@ -1,6 +1,10 @@
 # shellcheck shell=bash
 # Debian packages: finds out which are missing and installs them; sourced.
 
+# What scripts/check needs beyond the building of the library.
+# shellcheck disable=SC2034
+check_packages=(clang clang-format clang-tidy cppcheck shellcheck)
+
 installed() {
     local status
     status=$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) && [ "$status" = installed ]

@@ -65,6 +65,7 @@ float to_float(double value) {
 
 /// Reads an `int` and stores it back truncated, whether one was read or not.
 template <class T> bool next_truncated(cmd_arg_parser_t& parser, T& value) {
+    // What is not read comes back as it was. NOLINTNEXTLINE(bugprone-signed-char-misuse)
     int number = static_cast<int>(value);
     const bool is_read = parser.next(number);
     value = static_cast<T>(number);

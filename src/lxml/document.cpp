@@ -118,6 +118,8 @@ const std::string& document_t::uri_prefix_expand(const std::string& prefix) {
 }
 
 void split_ns(const std::string& qualified, std::string& local, std::string& prefix) {
+    // The arguments may be one object.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const std::string whole = qualified;
     const std::size_t colon = whole.find(':');
     if (colon == std::string::npos) {

@@ -56,6 +56,7 @@ path_parser_t::path_parser_t(const char* text) : p(text) {
     }
 }
 
+// The recursion is limited by filter_depth_max. NOLINTBEGIN(misc-no-recursion)
 void path_parser_t::path(xpath_t& out) {
     out.steps.clear();
     while (check_char(p, '/')) {
@@ -104,5 +105,6 @@ void path_parser_t::filter_body(xfilter_t& out) {
     }
     assert_char(p, ']');
 }
+// NOLINTEND(misc-no-recursion)
 
 } // namespace ko::lxml

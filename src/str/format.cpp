@@ -49,6 +49,7 @@ template <class A> bool is_literal_zero(const A& arguments) {
 
 } // namespace
 
+// The two call each other at most once. NOLINTBEGIN(misc-no-recursion)
 std::string safe_sprintf(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
@@ -79,6 +80,7 @@ std::string safe_sprintf(const char* format, va_list arguments) {
     format_c_locale(text.data(), length, format, arguments);
     return text;
 }
+// NOLINTEND(misc-no-recursion)
 
 } // namespace str
 } // namespace ko
