@@ -43,11 +43,12 @@ private:
     std::streambuf* standard_output;
 };
 
-/// Reads the whole of `text` as a number of type `T`.
+/// Reads the whole of `text` as a number of type `T`; a word such as "nan" is none.
 template <class T> bool number_read(const std::string& text, T& number) {
     const char* const end = text.data() + text.size();
     const std::from_chars_result result = std::from_chars(text.data(), end, number);
-    return result.ec == std::errc() && result.ptr == end;
+    return result.ec == std::errc() && result.ptr == end &&
+           text.find_first_of("0123456789") != std::string::npos;
 }
 
 void argument_insert(ko::xpp::preprocessor_t& preprocessor, const std::string& text) {
