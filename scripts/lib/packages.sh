@@ -2,12 +2,18 @@
 # Debian packages: finds out which are missing and installs them; sourced.
 
 # What scripts/check needs beyond the building of the library.
-# shellcheck disable=SC2034
 check_packages=(clang clang-format clang-tidy cppcheck shellcheck)
 
 installed() {
     local status
     status=$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) && [ "$status" = installed ]
+}
+
+# Usage: is_version PACKAGE VERSION, the first parts of its version
+is_version() {
+    local version
+    version=$(dpkg-query -W -f '${Version}' "$1")
+    [[ ${version#*:} == "$2"[.-]* ]]
 }
 
 any_installed() {
@@ -77,5 +83,33 @@ need_packages() {
     if [ ${#missing[@]} != 0 ]; then
         say "missing packages: ${missing[*]}"
         install_packages "${missing[@]}"
+    fi
+}
+
+# Whether Clang is there with libFuzzer and the sanitizers.
+can_fuzz() {
+    echo 'int LLVMFuzzerTestOneInput(void) { return 0; }' |
+        clang++ -fsanitize=fuzzer,address,undefined -x c - -o /dev/null 2>/dev/null
+}
+
+# Clang and, where they have a package of their own, the libraries that its sanitizers link.
+need_fuzzer() {
+    local version
+    need_packages clang
+    if ! can_fuzz; then
+        version=$(clang -dumpversion)
+        need_packages "libclang-rt-${version%%.*}-dev"
+    fi
+}
+
+# Says why scripts/check tells nothing here, if so: what is found differs between the versions of
+# the tools, and the sources are kept clean by those of Debian 12.
+check_obstacle() {
+    local missing
+    mapfile -t missing < <(missing_packages "${check_packages[@]}")
+    if [ ${#missing[@]} != 0 ]; then
+        echo "missing packages: ${missing[*]}"
+    elif ! is_version clang-format 14 || ! is_version clang-tidy 14 || ! is_version cppcheck 2.10; then
+        echo "wants clang-format 14, clang-tidy 14 and cppcheck 2.10"
     fi
 }
