@@ -6,23 +6,31 @@
 
 namespace ko::alg {
 
-const result_t* variables_t::find(const std::string& name) const {
-    const auto found = values.find(name);
-    return found == values.end() ? nullptr : &found->second;
+variables_t::variables_t(const variables_t& other)
+    : values(other.copy()), snapshots(other.snapshots) {}
+
+variables_t& variables_t::operator=(const variables_t& other) {
+    return *this = variables_t(other);
+}
+
+result_t& variables_t::operator[](const std::string& name) {
+    result_t& value = values.write(name);
+    referenced = true;
+    return value;
 }
 
 void variables_t::assign(const std::string& name, result_t value) {
-    values.insert_or_assign(name, std::move(value));
+    values.write(name) = std::move(value);
 }
 
 void variables_t::push() {
-    auto snapshot = std::make_shared<const map_t>(values);
+    variable_tree_t snapshot = copy();
     snapshots.write().push_back(std::move(snapshot));
 }
 
 void variables_t::pop() {
     if (has_snapshot()) {
-        map_t restored = *snapshots.get()->back();
+        variable_tree_t restored = snapshots.get()->back();
         restore(restored);
     }
 }
@@ -31,28 +39,21 @@ void variables_t::pop_diff() {
     if (!has_snapshot()) {
         throw exception_t("algebra_t::memory_pop_diff() -- stack is empty");
     }
-    map_t restored = *snapshots.get()->back();
-    auto value = values.begin();
-    for (auto& [name, saved] : restored) {
-        while (value != values.end() && value->first < name) {
-            ++value;
-        }
-        if (value != values.end() && value->first == name) {
-            saved = value->second;
-        }
-    }
+    variable_tree_t restored = snapshots.get()->back();
+    restored.update_from(values);
     restore(restored);
 }
 
 /// Makes `restored` the variables and drops the last snapshot.
-void variables_t::restore(map_t& restored) {
+void variables_t::restore(variable_tree_t& restored) {
     snapshots.write().pop_back();
-    values.swap(restored);
+    std::swap(values, restored);
+    referenced = false;
 }
 
 void variables_t::copy_values(const variables_t& other) {
-    map_t copy = other.values;
-    values.swap(copy);
+    values = other.copy();
+    referenced = false;
 }
 
 } // namespace ko::alg

@@ -2,28 +2,33 @@
 /// The variables of an evaluator and their saved copies.
 #pragma once
 
-#include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "algebra/cow.h"
 #include "algebra/result.h"
+#include "algebra/variable_tree.h"
 
 namespace ko::alg {
 
 /// The variables by name and a stack of snapshots of them.
 ///
-/// A copy has variables of its own, so that a reference to one stays this object's alone;
-/// snapshots never change and are shared with the copies.
+/// Copies and snapshots share the variables until one of them changes. Once a reference to a
+/// variable has been given out, which a caller may write through at any time, they share nothing:
+/// copying then costs as much as there are variables.
 class variables_t {
 public:
-    using map_t = std::map<std::string, result_t>;
+    variables_t() = default;
+    variables_t(const variables_t& other);
+    variables_t(variables_t&&) noexcept = default;
+    variables_t& operator=(const variables_t& other);
+    variables_t& operator=(variables_t&&) noexcept = default;
+    ~variables_t() = default;
 
     /// The value, created as the integer 0 when missing.
-    result_t& operator[](const std::string& name) { return values[name]; }
+    result_t& operator[](const std::string& name);
     /// @return the value, or null
-    const result_t* find(const std::string& name) const;
+    const result_t* find(const std::string& name) const { return values.find(name); }
     /// Stores a value; a failure leaves the variable as it was.
     void assign(const std::string& name, result_t value);
 
@@ -37,13 +42,15 @@ public:
     void copy_values(const variables_t& other);
 
 private:
-    using snapshots_t = std::vector<std::shared_ptr<const map_t>>;
+    using snapshots_t = std::vector<variable_tree_t>;
 
     bool has_snapshot() const { return snapshots.get() != nullptr && !snapshots.get()->empty(); }
-    void restore(map_t& restored);
+    variable_tree_t copy() const { return referenced ? values.clone() : values; }
+    void restore(variable_tree_t& restored);
 
-    map_t values;
+    variable_tree_t values;
     cow_t<snapshots_t> snapshots;
+    bool referenced = false; ///< whether a reference to one of the values may be in use
 };
 
 } // namespace ko::alg

@@ -265,7 +265,7 @@ protected:
     /// Words in any order; hardly ever well formed.
     std::string jumble() {
         std::string text;
-        for (unsigned left = random() % 10; left != 0; --left) {
+        for (auto left = random() % 10; left != 0; --left) {
             text += " " + one_of({"1", "x", "'a'", "(", "(",  ")",  ")",  ":",  "?",  "=", ",",
                                   "-", "+", "!",   "*", "<<", "&&", "h0", "h1", "s0", "s1"});
         }
@@ -275,7 +275,7 @@ protected:
     /// Terms and operators in turn, some of them in parentheses, and now and then a slip.
     std::string expression(unsigned levels) {
         std::string text;
-        for (unsigned terms = 1 + random() % 5; terms != 0; --terms) {
+        for (auto terms = 1 + random() % 5; terms != 0; --terms) {
             const bool is_group = levels != 0 && random() % 3 == 0;
             text += one_of({"", "", "", "", "-", "!", "h1", "s1"}) + " ";
             text += is_group ? "(" + expression(levels - 1) + ")" : operand();

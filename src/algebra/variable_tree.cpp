@@ -1,0 +1,133 @@
+#include "algebra/variable_tree.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ko::alg {
+
+const result_t* variable_tree_t::find(const std::string& name) const {
+    const node_t* node = root.get();
+    while (node != nullptr) {
+        const int order = name.compare(node->name);
+        if (order == 0) {
+            return &node->value;
+        }
+        node = (order < 0 ? node->left : node->right).get();
+    }
+    return nullptr;
+}
+
+result_t& variable_tree_t::write(const std::string& name) {
+    if (find(name) == nullptr) {
+        link_t leaf;
+        node_t& added = leaf.write();
+        added.name = name;
+        insert(root, leaf);
+        return added.value;
+    }
+    node_t* node = &root.write();
+    for (int order = name.compare(node->name); order != 0; order = name.compare(node->name)) {
+        node = &(order < 0 ? node->left : node->right).write();
+    }
+    return node->value;
+}
+
+unsigned variable_tree_t::height_of(const link_t& link) {
+    return link.get() == nullptr ? 0 : link.get()->height;
+}
+
+void variable_tree_t::measure(link_t& top) {
+    node_t& node = top.write();
+    node.height = 1 + std::max(height_of(node.left), height_of(node.right));
+}
+
+/// Makes the left child the top, and the old top its right child.
+void variable_tree_t::turn_right(link_t& top) {
+    link_t child = std::move(top.write().left);
+    top.write().left = std::move(child.write().right);
+    measure(top);
+    child.write().right = std::move(top);
+    top = std::move(child);
+    measure(top);
+}
+
+/// Makes the right child the top, and the old top its left child.
+void variable_tree_t::turn_left(link_t& top) {
+    link_t child = std::move(top.write().right);
+    top.write().right = std::move(child.write().left);
+    measure(top);
+    child.write().left = std::move(top);
+    top = std::move(child);
+    measure(top);
+}
+
+void variable_tree_t::balance(link_t& top) {
+    node_t& node = top.write();
+    if (height_of(node.left) > height_of(node.right) + 1) {
+        if (height_of(node.left.get()->left) < height_of(node.left.get()->right)) {
+            turn_left(node.left);
+        }
+        turn_right(top);
+    } else if (height_of(node.right) > height_of(node.left) + 1) {
+        if (height_of(node.right.get()->right) < height_of(node.right.get()->left)) {
+            turn_right(node.right);
+        }
+        turn_left(top);
+    } else {
+        measure(top);
+    }
+}
+
+/// Hangs a leaf, whose name the tree does not have, into the tree.
+void variable_tree_t::insert(link_t& top, link_t& leaf) {
+    if (top.get() == nullptr) {
+        top = std::move(leaf);
+        return;
+    }
+    node_t& node = top.write();
+    insert(leaf.get()->name < node.name ? node.left : node.right, leaf);
+    balance(top);
+}
+
+variable_tree_t variable_tree_t::clone() const {
+    variable_tree_t copy;
+    copy.root = clone(root);
+    return copy;
+}
+
+variable_tree_t::link_t variable_tree_t::clone(const link_t& link) {
+    link_t copy;
+    if (link.get() != nullptr) {
+        const node_t& from = *link.get();
+        node_t& to = copy.write();
+        to.name = from.name;
+        to.value = from.value;
+        to.height = from.height;
+        to.left = clone(from.left);
+        to.right = clone(from.right);
+    }
+    return copy;
+}
+
+void variable_tree_t::update_from(const variable_tree_t& other) {
+    variable_tree_t updated = *this;
+    update(root, other, updated);
+    std::swap(root, updated.root);
+}
+
+void variable_tree_t::update(const link_t& link, const variable_tree_t& other,
+                             variable_tree_t& updated) {
+    if (link.get() == nullptr) {
+        return;
+    }
+    const node_t& node = *link.get();
+    const result_t* const value = other.find(node.name);
+    // A node that both share has the same value.
+    if (value != nullptr && value != &node.value) {
+        updated.write(node.name) = *value;
+    }
+    update(node.left, other, updated);
+    update(node.right, other, updated);
+}
+
+} // namespace ko::alg

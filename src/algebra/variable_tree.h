@@ -1,0 +1,61 @@
+/// @file
+/// A table of variables of which a copy costs next to nothing.
+///
+/// An AVL tree (G. M. Adelson-Velsky, E. M. Landis, 1962), ordered by the bytes of the names,
+/// whose copies share their nodes. A change first copies those nodes on the way from the root to
+/// the changed one that are shared (path copying: J. R. Driscoll, N. Sarnak, D. D. Sleator, R. E.
+/// Tarjan, 1989), so that it costs the logarithm of the number of variables, however many copies
+/// there are. The heights of the two subtrees of a node differ by at most 1. Only nodes on the
+/// way to a new one are turned, and these are not shared any more when they are: turning cannot
+/// fail.
+#pragma once
+
+#include <string>
+
+#include "algebra/cow.h"
+#include "algebra/result.h"
+
+namespace ko::alg {
+
+/// Variables by name. Used by one thread at a time; copies may be on different threads. A failure
+/// leaves names and values as they were.
+class variable_tree_t {
+public:
+    /// @return the value, or null
+    const result_t* find(const std::string& name) const;
+    /// The value to change, created as the integer 0 when missing. It stays where it is as long
+    /// as the tree is neither copied nor assigned to.
+    result_t& write(const std::string& name);
+    /// A copy that shares no node with this tree.
+    variable_tree_t clone() const;
+    /// Gives every variable whose name is also in `other` the value that it has there.
+    void update_from(const variable_tree_t& other);
+    /// Number of nodes from the root to the deepest leaf.
+    unsigned height() const { return height_of(root); }
+
+private:
+    struct node_t;
+    using link_t = cow_t<node_t>;
+
+    struct node_t {
+        std::string name;
+        result_t value;
+        unsigned height = 1;
+        link_t left;
+        link_t right;
+    };
+
+    static unsigned height_of(const link_t& link);
+    static void measure(link_t& top);
+    static void turn_right(link_t& top);
+    static void turn_left(link_t& top);
+    static void balance(link_t& top);
+    static void insert(link_t& top, link_t& leaf);
+    static link_t clone(const link_t& link);
+    static void update(const link_t& link, const variable_tree_t& other,
+                       variable_tree_t& updated);
+
+    link_t root;
+};
+
+} // namespace ko::alg
