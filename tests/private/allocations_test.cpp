@@ -44,7 +44,7 @@ TEST(allocations, fail_at_the_number_that_is_asked_for) {
     EXPECT_EQ(test::outcome(two, 0), "std::bad_alloc");
     EXPECT_EQ(test::outcome(two, 1), "std::bad_alloc");
     EXPECT_EQ(test::outcome(two, 2), "not reached");
-    EXPECT_EQ(test::fail_each(two), 2);
+    EXPECT_EQ(test::fail_each("a list of two", two), 2);
 }
 
 } // namespace

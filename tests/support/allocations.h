@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <exception>
 #include <string>
 
@@ -27,13 +28,20 @@ template <class A> std::string outcome(A&& action, long number) {
     return message;
 }
 
+/// Tells how many allocations of an operation failed in turn.
+/// @return `count`
+inline long tell(const char* operation, long count) {
+    std::fprintf(stderr, "allocations failed in turn: %s: %ld\n", operation, count);
+    return count;
+}
+
 /// Makes each allocation of `action` fail in turn, which it has to report.
 /// @return how many there were
-template <class A> long fail_each(A&& action) {
+template <class A> long fail_each(const char* operation, A&& action) {
     for (long number = 0;; ++number) {
         const std::string message = outcome(action, number);
         if (message == "not reached") {
-            return number;
+            return tell(operation, number);
         }
         EXPECT_EQ(message.substr(0, 14), "std::bad_alloc") << "allocation " << number;
     }

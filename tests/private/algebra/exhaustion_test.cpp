@@ -67,13 +67,13 @@ struct world_t {
 
 /// Makes each allocation of `action` fail in turn, each time in a new world.
 /// @return how many there were
-template <class A> long fail_each(A action) {
+template <class A> long fail_each(const char* operation, A action) {
     for (long number = 0;; ++number) {
         world_t world;
         const std::string before = world.state();
         const std::string message = test::outcome([&] { action(world); }, number);
         if (message == "not reached") {
-            return number;
+            return test::tell(operation, number);
         }
         // The sort that fixes the order of binding does without the memory it asks for.
         if (message != "no exception") {
@@ -85,70 +85,94 @@ template <class A> long fail_each(A action) {
 }
 
 TEST(exhaustion, leaves_variables_as_they_were) {
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.assign("x", text); }), 1);
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.assign(name, text); }), 3);
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra[name] = 1; }), 2);
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.eval_and_assign(name, "x + f(1, 2)"); }), 50);
+    EXPECT_GE(fail_each("assign", [](world_t& w) { w.algebra.assign("x", text); }), 1);
+    EXPECT_GE(
+        fail_each("assign a new variable", [](world_t& w) { w.algebra.assign(name, text); }), 3);
+    EXPECT_GE(fail_each("operator[]", [](world_t& w) { w.algebra[name] = 1; }), 2);
+    EXPECT_GE(fail_each("eval_and_assign",
+                        [](world_t& w) { w.algebra.eval_and_assign(name, "x + f(1, 2)"); }),
+              50);
 }
 
 TEST(exhaustion, leaves_the_memory_stack_as_it_was) {
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.memory_push(); }), 1);
-    EXPECT_GE(fail_each([](world_t& w) {
-                  w.algebra["x"];
-                  w.algebra.memory_push();
-              }),
+    EXPECT_GE(fail_each("memory_push", [](world_t& w) { w.algebra.memory_push(); }), 1);
+    EXPECT_GE(fail_each("memory_push after operator[]",
+                        [](world_t& w) {
+                            w.algebra["x"];
+                            w.algebra.memory_push();
+                        }),
               3)
         << "of variables that a reference was given out to";
-    EXPECT_GE(fail_each([](world_t& w) { algebra_t(w.algebra).memory_pop(); }), 2);
-    EXPECT_GE(fail_each([](world_t& w) { algebra_t(w.algebra).memory_pop_diff(); }), 2);
-    EXPECT_GE(fail_each([](world_t& w) {
-                  algebra_t copy(w.algebra);
-                  copy.assign("s", text + text);
-                  copy.memory_pop_diff();
-              }),
+    EXPECT_GE(
+        fail_each("copy and memory_pop", [](world_t& w) { algebra_t(w.algebra).memory_pop(); }),
+        2);
+    EXPECT_GE(fail_each("copy and memory_pop_diff",
+                        [](world_t& w) { algebra_t(w.algebra).memory_pop_diff(); }),
+              2);
+    EXPECT_GE(fail_each("copy, assign and memory_pop_diff",
+                        [](world_t& w) {
+                            algebra_t copy(w.algebra);
+                            copy.assign("s", text + text);
+                            copy.memory_pop_diff();
+                        }),
               5);
-    EXPECT_GE(fail_each([](world_t& w) {
-                  w.algebra["x"];
-                  algebra_t().memory_copy(w.algebra);
-              }),
+    EXPECT_GE(fail_each("memory_copy after operator[]",
+                        [](world_t& w) {
+                            w.algebra["x"];
+                            algebra_t().memory_copy(w.algebra);
+                        }),
               2);
 }
 
 TEST(exhaustion, leaves_functions_and_macros_as_they_were) {
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macro_define(name, text); }), 5);
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macro_define(name + "(" + name + ")", "1"); }),
-              15);
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macro_define("f(a, c)", "1 + 1"); }), 10);
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.define(name, counted, 2); }), 2);
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.macros_get(w.macros); }), 4);
     EXPECT_GE(
-        fail_each([](world_t& w) { w.algebra.macro_decode("1 + MACRO_" + name, w.decoded); }), 2);
+        fail_each("macro_define a text", [](world_t& w) { w.algebra.macro_define(name, text); }),
+        5);
+    EXPECT_GE(fail_each("macro_define a new script function",
+                        [](world_t& w) { w.algebra.macro_define(name + "(" + name + ")", "1"); }),
+              15);
+    EXPECT_GE(fail_each("macro_define a script function again",
+                        [](world_t& w) { w.algebra.macro_define("f(a, c)", "1 + 1"); }),
+              10);
+    EXPECT_GE(fail_each("define", [](world_t& w) { w.algebra.define(name, counted, 2); }), 2);
+    EXPECT_GE(fail_each("macros_get", [](world_t& w) { w.algebra.macros_get(w.macros); }), 4);
+    EXPECT_GE(
+        fail_each("macro_decode",
+                  [](world_t& w) { w.algebra.macro_decode("1 + MACRO_" + name, w.decoded); }),
+        2);
 }
 
 TEST(exhaustion, leaves_a_copied_evaluator_as_it_was) {
-    EXPECT_GE(fail_each([](world_t& w) { algebra_t(w.algebra).evaluate(); }), 50);
-    EXPECT_GE(fail_each([](world_t& w) { algebra_t() = w.algebra; }), 15);
-    EXPECT_GE(fail_each([](world_t& w) {
-                  algebra_t copy(w.algebra);
-                  copy.macro_define("M", "1");
-                  copy.macro_define("g(x)", "1");
-                  copy.define("h", counted, 2);
-                  copy.memory_push();
-              }),
+    EXPECT_GE(fail_each("copy an evaluator and evaluate",
+                        [](world_t& w) { algebra_t(w.algebra).evaluate(); }),
+              50);
+    EXPECT_GE(fail_each("assign to a new evaluator", [](world_t& w) { algebra_t() = w.algebra; }),
+              15);
+    EXPECT_GE(fail_each("copy and define in the copy",
+                        [](world_t& w) {
+                            algebra_t copy(w.algebra);
+                            copy.macro_define("M", "1");
+                            copy.macro_define("g(x)", "1");
+                            copy.define("h", counted, 2);
+                            copy.memory_push();
+                        }),
               50);
 }
 
 TEST(exhaustion, leaves_an_evaluator_that_was_assigned_to_as_it_was) {
     algebra_t other(world_t().algebra);
     other.assign("x", 6);
-    EXPECT_GE(fail_each([&](world_t& w) { w.algebra = other; }), 15);
+    EXPECT_GE(fail_each("assign to an evaluator", [&](world_t& w) { w.algebra = other; }), 15);
 }
 
 TEST(exhaustion, while_parsing_is_reported) {
     const std::string good = "1 + MACRO_" + name + " ? (2.5, '" + text + "') : -x << 3";
-    EXPECT_GE(fail_each([&](world_t& w) { w.algebra.parse(good, w.tokens); }), 40);
-    EXPECT_GE(fail_each([&](world_t& w) { w.algebra.parse("- -" + good, w.tokens); }), 40);
-    EXPECT_GE(fail_each([&](world_t& w) { w.algebra.parse(good); }), 40);
+    EXPECT_GE(
+        fail_each("parse into tokens", [&](world_t& w) { w.algebra.parse(good, w.tokens); }), 40);
+    EXPECT_GE(fail_each("parse into tokens, two signs",
+                        [&](world_t& w) { w.algebra.parse("- -" + good, w.tokens); }),
+              40);
+    EXPECT_GE(fail_each("parse", [&](world_t& w) { w.algebra.parse(good); }), 40);
 }
 
 TEST(exhaustion, while_evaluating_is_reported) {
@@ -158,9 +182,11 @@ TEST(exhaustion, while_evaluating_is_reported) {
         "(y = 1) + quad(1, -3, 2) + max(s, '" + text + "') + return('" + text + "')",
     };
     for (const std::string& expression : expressions) {
-        EXPECT_GE(fail_each([&](world_t& w) { w.algebra.evaluate(expression); }), 20);
+        EXPECT_GE(fail_each(("evaluate " + expression).c_str(),
+                            [&](world_t& w) { w.algebra.evaluate(expression); }),
+                  20);
     }
-    EXPECT_GE(fail_each([](world_t& w) { w.algebra.evaluate_safe(text); }), 5);
+    EXPECT_GE(fail_each("evaluate_safe", [](world_t& w) { w.algebra.evaluate_safe(text); }), 5);
 }
 
 } // namespace

@@ -20,7 +20,7 @@ TEST(cmd_arg_parser_out_of_memory, while_reading_a_float_is_reported) {
         parser.find(option);
         parser.next(value);
     };
-    EXPECT_GT(test::fail_each(read), 0);
+    EXPECT_GT(test::fail_each("next(float&)", read), 0);
     EXPECT_EQ(value, 1.5F);
 }
 

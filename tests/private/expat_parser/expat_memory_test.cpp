@@ -6,8 +6,10 @@
 #include <new>
 
 #include "lxml/lxml.h"
+#include "support/allocations.h"
 #include "support/temp_dir.h"
 #include "support/trees.h"
+#include "xml_preprocessor/xml_preprocessor.h"
 
 namespace {
 
@@ -64,11 +66,12 @@ template <class A> std::string outcome(A&& action, long number) {
 }
 
 /// How often each outcome comes when every allocation by expat fails in turn.
-template <class A> std::map<std::string, int> outcomes(A&& action) {
+template <class A> std::map<std::string, int> outcomes(const char* operation, A&& action) {
     std::map<std::string, int> counts;
     for (long number = 0;; ++number) {
         const std::string message = outcome(action, number);
         if (message == "not reached") {
+            test::tell(operation, number);
             return counts;
         }
         ++counts[message];
@@ -78,7 +81,8 @@ template <class A> std::map<std::string, int> outcomes(A&& action) {
 const std::string no_memory = XML_ErrorString(XML_ERROR_NO_MEMORY);
 
 TEST(expat_memory, that_runs_out_while_a_text_is_read_is_reported) {
-    const auto counts = outcomes([] { document_t().load_from_string(text); });
+    const auto counts =
+        outcomes("expat's, load a text", [] { document_t().load_from_string(text); });
     EXPECT_EQ(counts.size(), 2u);
     EXPECT_GT(counts.at("bad_alloc"), 0);
     EXPECT_GT(counts.at(no_memory), 0);
@@ -87,7 +91,7 @@ TEST(expat_memory, that_runs_out_while_a_text_is_read_is_reported) {
 TEST(expat_memory, that_runs_out_while_a_file_is_read_is_reported) {
     const test::temp_dir_t dir;
     const std::string path = dir.write("a.xml", text);
-    const auto counts = outcomes([&] { document_t().load_raw(path); });
+    const auto counts = outcomes("expat's, load a file", [&] { document_t().load_raw(path); });
     EXPECT_EQ(counts.size(), 3u);
     EXPECT_GT(counts.at("bad_alloc"), 0);
     EXPECT_GT(counts.at(no_memory), 0);
@@ -101,9 +105,29 @@ TEST(expat_memory, that_runs_out_for_a_parser_is_thrown_by_load_as_it_is) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Caught exception in a.xml\n");
 }
 
+TEST(expat_memory, that_runs_out_while_a_file_is_included_is_reported) {
+    const test::temp_dir_t dir;
+    document_t source;
+    source.load_from_string("<r xmlns:x='" + ko::xpp::default_xpp_uri + "'><x:include file='" +
+                            dir.write("a.xml", text) + "'/></r>");
+    document_t output;
+    ko::xpp::preprocessor_t preprocessor(output, nullptr);
+    const auto process = [&] {
+        return preprocessor.process(source.root, ko::xpp::preprocessor_t::process_include);
+    };
+    testing::internal::CaptureStdout();
+    const auto counts = outcomes("expat's, include a file", process);
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(counts.size(), 3u);
+    EXPECT_GT(counts.at("bad_alloc"), 0);
+    EXPECT_GT(counts.at(no_memory), 0);
+    EXPECT_GT(counts.at("XML_GetBuffer: xml internal error"), 0);
+    EXPECT_EQ(test::shape(process()), "r(c)");
+}
+
 TEST(expat_memory, that_ran_out_leaves_a_document_that_can_load) {
     document_t doc;
-    EXPECT_GT(outcomes([&] { doc.load_from_string(text); }).size(), 1u);
+    EXPECT_GT(outcomes("expat's, load again", [&] { doc.load_from_string(text); }).size(), 1u);
     EXPECT_EQ(test::shape(doc.root), "a(c)");
 }
 
