@@ -1,0 +1,52 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+
+#include "algebra/limits.h"
+#include "lxpath/path_parser.h"
+#include "xml_preprocessor/limits.h"
+
+namespace {
+
+struct limit_t {
+    const char* constant;
+    unsigned value;
+    const char* message; ///< before the number of levels
+};
+
+const limit_t limits[] = {
+    {"script_nesting", ko::alg::script_nesting.limit, "script function 'f' nested"},
+    {"evaluate_nesting", ko::alg::evaluate_nesting.limit, "function 'evaluate' nested"},
+    {"assign_nesting", ko::alg::assign_nesting.limit, "assignment to 'x' nested"},
+    {"function_nesting", ko::alg::function_nesting.limit, "evaluation by function 'f' nested"},
+    {"filter_depth_max", ko::lxml::filter_depth_max, "path filters nested"},
+    {"insert_depth_max", ko::xpp::insert_depth_max, "insert nested"},
+    {"include_depth_max", ko::xpp::include_depth_max, "include nested"},
+    {"plugin_depth_max", ko::xpp::plugin_depth_max, "plugin nested"},
+};
+
+/// The row of the manual's table that begins with a constant.
+std::string row_of(const std::string& constant) {
+    std::ifstream file(KOBASE_TEST_DATA "/../docs/limits.md");
+    std::string line;
+    while (std::getline(file, line)) {
+        if (line.find("| `" + constant + "` |") != std::string::npos) {
+            return line;
+        }
+    }
+    return "no row";
+}
+
+TEST(limits, are_those_of_the_manual) {
+    for (const limit_t& limit : limits) {
+        const std::string value = std::to_string(limit.value);
+        const std::string row = row_of(limit.constant);
+        EXPECT_NE(row.find("| " + value + " |"), std::string::npos) << row;
+        EXPECT_NE(row.find(limit.message + (" more than " + value + " levels deep")),
+                  std::string::npos)
+            << row;
+    }
+}
+
+} // namespace
