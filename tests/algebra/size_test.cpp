@@ -2,6 +2,7 @@
 // cost that grows with the square of the length.
 #include <ctime>
 #include <functional>
+#include <ostream>
 
 #include "support/evaluation.h"
 
@@ -22,6 +23,11 @@ struct shape_t {
     std::size_t parts; ///< number of parts of the largest one
     std::string value; ///< of the largest one
 };
+
+/// Shown by its name: its bytes are not all defined.
+std::ostream& operator<<(std::ostream& out, const shape_t& shape) {
+    return out << shape.name;
+}
 
 const shape_t shapes[] = {
     {"terms", [](std::size_t n) { return "1" + repeated("+1", n - 1); }, million, "(i) 1000000"},
