@@ -45,10 +45,12 @@ private:
         link_t right;
     };
 
+    using side_t = link_t node_t::*;
+
     static unsigned height_of(const link_t& link);
     static void measure(link_t& top);
-    static void turn_right(link_t& top);
-    static void turn_left(link_t& top);
+    static void turn(link_t& top, side_t from, side_t to);
+    static void even_out(link_t& top, side_t high, side_t low);
     static void balance(link_t& top);
     static void insert(link_t& top, link_t& leaf);
     static link_t clone(const link_t& link);
