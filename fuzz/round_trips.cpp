@@ -51,12 +51,17 @@ bool is_bound(const ko::lxml::node_t& node, const document_t& document) {
     return node.ns == 0 || document.uri_to_prefix.count(node.ns) != 0;
 }
 
+/// A namespace name that begins with a double quote hides where the name after it begins.
+bool is_name_carried(const ko::lxml::node_t& node, const document_t& document) {
+    return is_bound(node, document) && !has_any(node.name_get(), "|");
+}
+
 /// Texts that are escaped are read back a byte a reference.
 bool is_carried(const element_t& e) {
     const auto attribute_carried = [&](const ko::lxml::attribute_t* a) {
-        return is_bound(*a, *e.document) && is_ascii(a->value);
+        return is_name_carried(*a, *e.document) && is_ascii(a->value);
     };
-    return is_bound(e, *e.document) &&
+    return is_name_carried(e, *e.document) &&
            std::all_of(e.attributes.begin(), e.attributes.end(), attribute_carried) &&
            (e.children.empty() ? is_ascii(e.text) : is_carried_raw(e.text)) &&
            e.cdata.find("]]>") == std::string::npos && !has_any(e.cdata, "\r");

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "lxml/lxml.h"
+#include "support/throws.h"
 
 namespace {
 
@@ -70,6 +71,24 @@ struct split_case_t {
     const char* local;
     const char* prefix;
 };
+
+/// The root of a document whose root `p:b` is in a namespace.
+std::string root_in(const std::string& uri) {
+    document_t doc;
+    doc.load_from_string("<p:b xmlns:p='" + uri + "'/>");
+    return doc.root->name_get() + " in " + doc.root->ns_get();
+}
+
+// Callers rely on names being split as texts are: what stands in double quotes is not split.
+TEST(namespaces, that_begin_with_a_double_quote_are_read_as_quoted) {
+    EXPECT_EQ(root_in("urn:&#34;x"), "b in urn:\"x");
+    EXPECT_EQ(root_in("&#34;x&#34;"), "b in x");
+    EXPECT_EQ(root_in("&#34;x"), "x|b|p in ");
+    EXPECT_EQ(root_in("&#34;&#34;"), "p in b");
+    EXPECT_TRUE(test::throws_code([] { root_in("&#34;x&#34;y"); },
+                                  ko::errorcode::xml_rethrow_exception,
+                                  "error parsing uri : got 4 tokens line=1 column=0: xml error"));
+}
 
 TEST(split_ns, splits_at_the_first_colon) {
     const split_case_t cases[] = {
