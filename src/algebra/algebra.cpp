@@ -45,12 +45,15 @@ result_t algebra_t::evaluate(const std::string& text) {
 }
 
 result_t algebra_t::evaluate_safe(const std::string& text) {
+    // The text may be the parse error, which the parse replaces.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const std::string own_text = text;
     imp->program_clear();
     try {
-        return imp->parse(text) ? imp->evaluate() : result_t(text);
+        return imp->parse(own_text) ? imp->evaluate() : result_t(own_text);
     } catch (const exception_t&) {
-        std::cout << "Caught exception in expression : " << text << std::endl;
-        return text;
+        std::cout << "Caught exception in expression : " << own_text << std::endl;
+        return own_text;
     }
 }
 

@@ -148,13 +148,16 @@ result_t algebra_t::imp_t::run(const list_t& tokens) {
 }
 
 void algebra_t::imp_t::eval_and_assign(const std::string& name, const std::string& expression) {
+    // The name may be the parse error, which the parse replaces.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const std::string variable = name;
     list_t tokens;
     parse(expression, tokens);
-    nesting_check(depth_get(), assign_nesting, name);
+    nesting_check(depth_get(), assign_nesting, variable);
     const depth_scope_t scope(depth, 1);
     const result_t value = run(tokens);
     tokens.destroy();
-    memory.assign(name, value);
+    memory.assign(variable, value);
 }
 
 void algebra_t::imp_t::take_visible(const imp_t& caller) {

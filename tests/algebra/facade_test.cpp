@@ -160,6 +160,13 @@ TEST_F(evaluate_safe, gives_the_text_that_does_not_parse_silently) {
     EXPECT_EQ(algebra.parse_error_get(), "syntax error in hello world  -- not enough operators");
 }
 
+TEST_F(evaluate_safe, gives_the_text_even_where_that_is_the_parse_error) {
+    ASSERT_FALSE(algebra.parse("1 +"));
+    const std::string text = algebra.parse_error_get();
+    EXPECT_EQ(test::shown(algebra.evaluate_safe(algebra.parse_error_get())), "(s) " + text);
+    EXPECT_NE(algebra.parse_error_get(), text);
+}
+
 TEST_F(evaluate_safe, gives_the_empty_text_silently) {
     const report_t report = safely("");
     EXPECT_EQ(report.value, "(s) ");

@@ -234,6 +234,14 @@ TEST_F(eval_and_assign, stores_the_value_of_an_expression) {
     EXPECT_EQ(value("x"), "(i) 3");
 }
 
+TEST_F(eval_and_assign, takes_the_parse_error_for_a_name) {
+    ASSERT_FALSE(algebra.parse("1 +"));
+    const std::string name = algebra.parse_error_get();
+    algebra.eval_and_assign(algebra.parse_error_get(), "3 4");
+    EXPECT_NE(algebra.parse_error_get(), name);
+    EXPECT_EQ(test::shown(algebra.get(name)), "(i) 3");
+}
+
 TEST_F(eval_and_assign, uses_the_first_statement) {
     algebra.eval_and_assign("x", "1+2; x=9");
     EXPECT_EQ(value("x"), "(i) 3");
