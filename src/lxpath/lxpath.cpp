@@ -32,8 +32,10 @@ xbase_t::xbase_t() = default;
 xbase_t::~xbase_t() = default;
 
 void xbase_t::multi_matches(const std::list<node_t*>& in, std::list<node_t*>& out) const {
-    for (node_t* node : in) {
-        matches(node, out);
+    // Counted, since `in` and `out` may be one list that grows meanwhile.
+    auto node = in.begin();
+    for (std::size_t left = in.size(); left != 0; --left) {
+        matches(*node++, out);
     }
 }
 

@@ -26,7 +26,7 @@ namespace ko::lxml {
 extern KO_API const unsigned char acceptable[256];
 
 /// @name Reading a path
-/// `p` is a cursor into a zero-terminated text.
+/// `p` is a cursor into a zero-terminated text; null throws a `ko::exception_t`, "path is null".
 /// @{
 
 /// Consumes `c`, but never the zero at the end of the text.
@@ -53,7 +53,8 @@ public:
     virtual void matches(node_t* context, std::list<node_t*>& out) const = 0;
     virtual ~xbase_t();
 
-    /// Appends what is selected for every node of `in`, in order, to `out`.
+    /// Appends what is selected for every node of `in`, in order, to `out`, which may be the same
+    /// list.
     void multi_matches(const std::list<node_t*>& in, std::list<node_t*>& out) const;
 };
 

@@ -6,6 +6,12 @@ namespace ko::lxml {
 
 namespace {
 
+void require_text(const char* p) {
+    if (p == nullptr) {
+        throw exception_t(std::string("path is null"));
+    }
+}
+
 /// Reads a double-quoted text.
 void copy_quoted(const char*& p, std::string& out) {
     assert_char(p, '"');
@@ -21,6 +27,7 @@ void copy_quoted(const char*& p, std::string& out) {
 
 // The zero at the end is never stepped over, so that nothing behind it can be read.
 bool check_char(const char*& p, char c) {
+    require_text(p);
     if (*p != c) {
         return false;
     }
@@ -35,6 +42,7 @@ void assert_char(const char*& p, char c) {
 }
 
 bool peek_char(const char*& p, char c) {
+    require_text(p);
     return *p == c;
 }
 
@@ -51,9 +59,7 @@ void copy_str(const char*& p, std::string& out) {
 }
 
 path_parser_t::path_parser_t(const char* text) : p(text) {
-    if (text == nullptr) {
-        throw exception_t(std::string("path is null"));
-    }
+    require_text(text);
 }
 
 // The recursion is limited by filter_depth_max. NOLINTBEGIN(misc-no-recursion)

@@ -229,6 +229,16 @@ TEST(path_cursor, never_leaves_the_text) {
     EXPECT_EQ(p, end);
 }
 
+TEST(path_cursor, that_is_null_is_an_error) {
+    const char* p = nullptr;
+    std::string out = "before";
+    EXPECT_TRUE(throws([&] { assert_char(p, 'x'); }, "path is null"));
+    EXPECT_TRUE(throws([&] { check_char(p, 'x'); }, "path is null"));
+    EXPECT_TRUE(throws([&] { peek_char(p, 'x'); }, "path is null"));
+    EXPECT_TRUE(throws([&] { copy_str(p, out); }, "path is null"));
+    EXPECT_EQ(out, "before");
+}
+
 TEST(path_cursor, reads_a_name_in_place_of_the_one_before) {
     std::string out = "before";
     const char* p = "a.b-c";

@@ -203,6 +203,16 @@ TEST(multi_matches, matches_every_node_in_order) {
     EXPECT_EQ(shown(out), "8 2 4");
 }
 
+TEST(multi_matches, may_append_to_the_list_that_it_reads) {
+    loaded_t tree(numbered);
+    std::list<node_t*> nodes;
+    tree.doc.root->select_nodes("a", nodes);
+    const std::size_t before = nodes.size();
+    const xfilter_t filter;
+    filter.multi_matches(nodes, nodes);
+    EXPECT_EQ(nodes.size(), 2 * before);
+}
+
 TEST(matches, of_a_parsed_path_can_be_asked_of_any_document) {
     xpath_t path;
     path.parse("p:a[@i]");
