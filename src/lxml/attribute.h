@@ -14,6 +14,7 @@ namespace ko::lxml {
 /// Its element owns and deletes it. Used by one thread at a time, together with its document.
 class KO_API attribute_t : public node_t {
 public:
+    /// @throws ko::exception_t when `table` is null
     attribute_t(atom_table_t* table, int name_id, int ns_id, const std::string& text);
     ~attribute_t() override;
 

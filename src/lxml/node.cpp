@@ -25,7 +25,11 @@ constexpr const char* no_attribute = "node cannot be coverted to attribute";
 const std::string str_empty;
 
 node_t::node_t(atom_table_t* table, int name_id, int ns_id)
-    : atoms(table), name(name_id), ns(ns_id) {}
+    : atoms(table), name(name_id), ns(ns_id) {
+    if (table == nullptr) {
+        throw exception_t(std::string("node_t::node_t() -- atom table is null"));
+    }
+}
 
 node_t::~node_t() = default;
 

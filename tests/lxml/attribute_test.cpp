@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "lxml/lxml.h"
+#include "support/throws.h"
 #include "support/trees.h"
 
 namespace {
@@ -44,6 +45,20 @@ TEST_F(attribute, is_one_a_name_and_namespace) {
     EXPECT_EQ(value("a", "urn:x"), "x");
     EXPECT_EQ(value("a", "urn:y"), "y");
     EXPECT_EQ(e->attributes.size(), 3u);
+}
+
+TEST_F(attribute, can_be_set_to_texts_of_its_own_document) {
+    e->attribute_set("a", "1");
+    e->attribute_set("a", e->attribute_get("a")->value);
+    e->attribute_set(e->attribute_get("a")->name_get(), e->name_get());
+    e->attribute_set_ns(e->attribute_get("a")->value, e->name_get(), e->ns_get());
+    EXPECT_EQ(test::printed(e), "<e a=\"e\" :e=\"\" />");
+    EXPECT_EQ(doc.atoms->get(doc.atoms->text_get(e->name)), e->name);
+}
+
+TEST_F(attribute, needs_an_atom_table) {
+    EXPECT_TRUE(test::throws([] { const attribute_t made(nullptr, 0, 0, ""); },
+                             "node_t::node_t() -- atom table is null"));
 }
 
 TEST_F(attribute, keeps_its_identity_when_set_again) {
