@@ -20,6 +20,8 @@ public:
     ///         directive; the element itself is not copied. Null means nothing to emit. The
     ///         preprocessor never deletes it; it must live until its children have been
     ///         processed, and a plug-in directive among them calls the plug-in again before that.
+    ///         The output element that is being filled at the moment, or one that holds it, would
+    ///         grow without an end: it makes `process` throw a `ko::exception_t`.
     /// @throws anything; it comes out of `process` unchanged
     virtual ko::lxml::element_t* generate(ko::lxml::element_t* directive) = 0;
 

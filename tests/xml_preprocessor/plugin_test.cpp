@@ -1,5 +1,6 @@
 #include "xml_preprocessor/fixture.h"
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -32,6 +33,13 @@ class plugins : public test::preprocessor_test_t {
 protected:
     void add(const std::string& name, plugin_t::function_t function) {
         preprocessor.register_plugin(name, new plugin_t(std::move(function)));
+    }
+    /// The output element whose last child has that name.
+    element_t* output_with_child(const std::string& name) {
+        const auto has_it = [&](const element_t* e) {
+            return !e->children.empty() && e->children.back()->name_get() == name;
+        };
+        return *std::find_if(output.elements.begin(), output.elements.end(), has_it);
     }
     /// A plug-in that always generates the children of the same element.
     void add_fixed(const std::string& name, const std::string& content) {
@@ -169,6 +177,29 @@ TEST_F(plugins, may_change_the_namespaces_at_once) {
     });
     EXPECT_EQ(run("<x:plugin name='switch'/><d:if xmlns:d='urn:d' condition='0'><a/></d:if>"),
               "");
+}
+
+TEST_F(plugins, may_generate_in_the_output_document) {
+    add("gen", [&](element_t*) {
+        element_t* generated = output.element_create("g", "");
+        generated->append(output.element_create("a", ""))->text = "t";
+        return generated;
+    });
+    EXPECT_EQ(run("<x:plugin name='gen'/><b><x:plugin name='gen'/></b>"),
+              "<a >t</a><b ><a >t</a></b>");
+}
+
+TEST_F(plugins, must_not_generate_what_is_being_filled) {
+    add("loop", [&](element_t*) { return output_with_child("last")->children.back(); });
+    EXPECT_TRUE(fails("<a/><last><b/><x:plugin name='loop'/></last>",
+                      "plugin generated what is being filled: loop"));
+    EXPECT_EQ(run("<a/>"), "<a />");
+}
+
+TEST_F(plugins, must_not_generate_what_holds_what_is_being_filled) {
+    add("loop", [&](element_t*) { return output_with_child("last"); });
+    EXPECT_TRUE(fails("<a/><last><b/><x:plugin name='loop'/></last>",
+                      "plugin generated what is being filled: loop"));
 }
 
 TEST_F(plugins, refuse_null) {
