@@ -43,6 +43,36 @@ using host_function_count = test::evaluator_t;
 using host_exception = test::evaluator_t;
 using reentry = test::evaluator_t;
 
+/// An exception of the host's own.
+struct own_exception_t {
+    int number;
+};
+
+/// Functions of each kind that throw an `E`.
+template <class E> void define_throwers(algebra_t& algebra) {
+    algebra.define("t0", [](algebra_t&) -> result_t { throw E(); });
+    algebra.define("t1", [](algebra_t&, result_t) -> result_t { throw E(); });
+    algebra.define("t2", [](algebra_t&, result_t, result_t) -> result_t { throw E(); });
+    algebra.define("t3", [](algebra_t&, result_t, result_t, result_t) -> result_t { throw E(); });
+    algebra.define(
+        "t4", [](algebra_t&, values_t) -> result_t { throw E(); }, 4);
+}
+
+/// Calls of them from each place that a call can stand in.
+const char* const throwing_calls[] = {
+    "t0()",
+    "t1('a text that is too long for a short string')",
+    "t2('a text that is too long for a short string', 2)",
+    "t3(1, 'a text that is too long for a short string', 3)",
+    "t4(1, 2, 'a text that is too long for a short string', 4)",
+    "'a text that is too long for a short string' + max(1, -(t0())) ? (x = 1) : 2",
+    "x = t1(t1(1))",
+    "script()",
+    "1 + script2(1, script())",
+    "assign('x', 't3(1, 2, 3)')",
+    "assign('x', 'assign(\"x\", \"max(1, script())\")')",
+};
+
 std::string not_enough(const std::string& line) {
     return "! syntax error in " + line + "  -- not enough operators";
 }
@@ -183,6 +213,27 @@ TEST_F(host_exception, of_any_type_passes_through) {
     EXPECT_THROW(algebra.evaluate_safe("1 + memory() * 2"), std::bad_alloc);
     EXPECT_FALSE(algebra.find("x"));
     expect({{"y + 1", "(i) 2"}});
+}
+
+template <class E> class host_exception_of : public test::evaluator_t {};
+using thrown_types = testing::Types<int, own_exception_t, std::bad_alloc>;
+TYPED_TEST_SUITE(host_exception_of, thrown_types);
+
+TYPED_TEST(host_exception_of, any_type_passes_through_every_call_and_entry) {
+    define_throwers<TypeParam>(this->algebra);
+    this->algebra.macro_define("script()", "t0()");
+    this->algebra.macro_define("script2(a, b)", "a + b");
+    for (const char* call : throwing_calls) {
+        EXPECT_THROW(this->algebra.evaluate(call), TypeParam) << call;
+        EXPECT_THROW(this->algebra.evaluate(), TypeParam) << call;
+        EXPECT_THROW(this->algebra.evaluate_safe(call), TypeParam) << call;
+        EXPECT_THROW(this->algebra.eval_and_assign("x", call), TypeParam) << call;
+        list_t tokens;
+        EXPECT_TRUE(this->algebra.parse(call, tokens)) << call;
+        EXPECT_THROW(this->algebra.evaluate(tokens), TypeParam) << call;
+        EXPECT_FALSE(this->algebra.find("x")) << call;
+        EXPECT_EQ(this->outcome("max(1, 2)"), "(i) 2") << call;
+    }
 }
 
 TEST_F(host_exception, of_any_type_leaves_the_program_usable) {
