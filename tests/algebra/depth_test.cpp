@@ -22,7 +22,7 @@ constexpr std::size_t million = 1000000;
 
 class large_expression : public test::evaluator_t {
 protected:
-    // Parses, copies, evaluates and destroys.
+    // Parses, copies, evaluates, assigns to and destroys.
     void expect_everywhere(const std::string& text, const std::string& expected) {
         list_t tokens;
         ASSERT_TRUE(algebra.parse(text, tokens)) << algebra.parse_error_get().substr(0, 100);
@@ -30,6 +30,7 @@ protected:
         const list_t copy(tokens);
         tokens.destroy();
         EXPECT_EQ(outcome(copy), expected);
+        EXPECT_TRUE(test::throws([&] { copy.front()->assign(algebra, 1); }, "non lvalue"));
     }
 };
 
@@ -118,6 +119,21 @@ TEST_F(large_expression, after_a_million_blank_lines_and_comments) {
 
 TEST_F(deep_expression, of_nested_parentheses) {
     expect_everywhere(around(million, "(", "1", ")"), "(i) 1");
+}
+
+TEST_F(deep_expression, can_be_assigned) {
+    algebra.eval_and_assign("x", around(million, "(", "5", ")"));
+    EXPECT_EQ(outcome("x"), "(i) 5");
+}
+
+TEST_F(deep_expression, can_be_assigned_to_when_it_is_a_name) {
+    EXPECT_EQ(outcome(around(million, "(", "x", ")") + " = 7"), "(i) 7");
+    EXPECT_EQ(outcome("x"), "(i) 7");
+}
+
+TEST_F(deep_expression, can_be_the_body_of_a_function) {
+    algebra.macro_define("f(n)", around(million, "(", "n + 1", ")"));
+    EXPECT_EQ(outcome("f(1)"), "(i) 2");
 }
 
 TEST_F(deep_expression, of_nested_signs) {

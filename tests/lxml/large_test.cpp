@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "lxml/lxml.h"
+#include "support/temp_dir.h"
 #include "support/trees.h"
 
 namespace {
@@ -48,6 +49,14 @@ TEST(deep_document, is_loaded_and_printed) {
     EXPECT_EQ(doc.elements.size(), levels);
     EXPECT_EQ(depth_of(doc.root), levels);
     EXPECT_TRUE(printed(doc.root) == deep_text());
+}
+
+TEST(deep_document, is_saved) {
+    const test::temp_dir_t dir;
+    document_t doc;
+    fill_deep(doc);
+    doc.save(dir.path("out.xml"), false, false);
+    EXPECT_TRUE(dir.read("out.xml") == deep_text());
 }
 
 TEST(deep_document, is_copied_and_loses_its_elements) {

@@ -10,19 +10,19 @@ using ko::lxml::element_t;
 /// recursion.
 class large_source : public test::preprocessor_test_t {
 protected:
-    /// A chain of elements below a new top element: elements "a" or directives "if".
-    element_t* chain(std::size_t depth, bool directives) {
+    /// A chain below a new top element: of elements "a", or of directives of that name.
+    element_t* chain(std::size_t depth, const std::string& directive = "") {
         sources.emplace_back();
         auto& document = sources.back();
+        const std::string name = directive.empty() ? "a" : directive;
+        const std::string ns = directive.empty() ? "" : ko::xpp::default_xpp_uri;
         element_t* top = document.element_create("r", "");
         element_t* end = top;
         for (std::size_t i = 0; i < depth; ++i) {
-            element_t* next = document.element_create(directives ? "if" : "a",
-                                                      directives ? ko::xpp::default_xpp_uri : "");
-            if (directives) {
-                next->attribute_set("condition", "1");
+            end = end->append(document.element_create(name, ns));
+            if (directive == "if") {
+                end->attribute_set("condition", "1");
             }
-            end = end->append(next);
         }
         end->append(document.element_create("end", ""));
         return top;
@@ -49,17 +49,22 @@ protected:
 };
 
 TEST_F(large_source, may_be_a_million_levels_deep) {
-    const element_t* top = preprocessor.process(chain(1000000, false), flags);
+    const element_t* top = preprocessor.process(chain(1000000), flags);
     EXPECT_EQ(depth_of(top), 1000001U);
 }
 
 TEST_F(large_source, may_nest_directives_a_hundred_thousand_levels_deep) {
-    const element_t* top = preprocessor.process(chain(100000, true), flags);
+    const element_t* top = preprocessor.process(chain(100000, "if"), flags);
+    EXPECT_EQ(test::printed(top), "<r ><end /></r>");
+}
+
+TEST_F(large_source, may_nest_pragmas_a_million_levels_deep) {
+    const element_t* top = preprocessor.process(chain(1000000, "pragma"), flags);
     EXPECT_EQ(test::printed(top), "<r ><end /></r>");
 }
 
 TEST_F(large_source, may_fail_at_its_deepest_level) {
-    element_t* top = chain(100000, false);
+    element_t* top = chain(100000);
     element_t* end = top;
     while (!end->children.empty()) {
         end = end->children.front();
