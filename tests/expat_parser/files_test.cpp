@@ -26,6 +26,16 @@ long open_files() {
     return std::distance(begin(all), end(all));
 }
 
+/// The code of what `action` throws, `no_error` when it throws no `ko::errorcode_t`.
+template <class A> unsigned long code_of(A&& action) {
+    try {
+        action();
+    } catch (const ko::errorcode_t& e) {
+        return e.code_get();
+    }
+    return no_error;
+}
+
 TEST(expat_parser_file, that_is_empty_has_no_element) {
     const temp_dir_t dir;
     recorder_t recorder;
@@ -63,6 +73,27 @@ TEST(expat_parser_file, that_must_not_be_read_is_an_open_error) {
     recorder_t recorder;
     EXPECT_TRUE(throws_code([&] { recorder.parse(path); }, xml_file_open,
                             path + ": xml file open failure"));
+}
+
+TEST(expat_parser_file, below_another_file_is_an_open_error) {
+    const temp_dir_t dir;
+    const std::string path = dir.write("a.xml", "<a/>") + "/b.xml";
+    recorder_t recorder;
+    EXPECT_TRUE(throws_code([&] { recorder.parse(path); }, xml_file_open,
+                            path + ": xml file open failure"));
+}
+
+TEST(expat_parser_file, that_is_cut_while_it_is_read_is_a_parse_error) {
+    const temp_dir_t dir;
+    const std::string path = dir.write("a.xml", "<a>" + std::string(100000, 'x') + "</a>");
+    const long before = open_files();
+    recorder_t recorder;
+    recorder.on_event = [&](const std::string&) {
+        std::filesystem::resize_file(path, 0);
+    };
+    EXPECT_EQ(code_of([&] { recorder.parse(path); }), xml_parse_error);
+    EXPECT_EQ(recorder.events.size(), 2u);
+    EXPECT_EQ(open_files(), before);
 }
 
 TEST(expat_parser_file, may_be_a_fifo) {

@@ -54,7 +54,7 @@ TEST(expat_parser_input, with_broken_bytes_is_an_error) {
     }
 }
 
-/// Ten levels of an entity that stands ten times for the next one.
+/// A document type with ten levels of an entity that stands ten times for the next one.
 std::string billion_laughs() {
     std::string text = "<!DOCTYPE a [<!ENTITY e0 '" + std::string(1000, 'x') + "'>";
     for (int i = 1; i < 10; ++i) {
@@ -65,7 +65,7 @@ std::string billion_laughs() {
         }
         text += "'>";
     }
-    return text + "]><a>&e9;</a>";
+    return text + "]>";
 }
 
 TEST(expat_parser_input, that_explodes_is_an_error) {
@@ -73,16 +73,18 @@ TEST(expat_parser_input, that_explodes_is_an_error) {
     if (version.major == 2 && version.minor < 4) {
         GTEST_SKIP() << "this expat has no protection";
     }
-    ko::xml::expat_parser_t parser(true);
-    std::string message;
-    try {
-        parser.parse_buffer(billion_laughs());
-    } catch (const ko::errorcode_t& e) {
-        EXPECT_EQ(e.code_get(), xml_parse_error);
-        message = e.what();
+    for (const char* element : {"<a>&e9;</a>", "<a b='&e9;'/>"}) {
+        ko::xml::expat_parser_t parser(true);
+        std::string message;
+        try {
+            parser.parse_buffer(billion_laughs() + element);
+        } catch (const ko::errorcode_t& e) {
+            EXPECT_EQ(e.code_get(), xml_parse_error);
+            message = e.what();
+        }
+        EXPECT_EQ(message, std::string(XML_ErrorString(XML_ERROR_AMPLIFICATION_LIMIT_BREACH)) +
+                               " " + parser.position_describe() + ": xml parse error");
     }
-    EXPECT_EQ(message, std::string(XML_ErrorString(XML_ERROR_AMPLIFICATION_LIMIT_BREACH)) + " " +
-                           parser.position_describe() + ": xml parse error");
 }
 
 TEST(expat_parser_input, never_fetches_an_external_entity) {
@@ -97,6 +99,35 @@ TEST(expat_parser_input, never_fetches_an_external_document_type) {
     const std::string type = dir.write("a.dtd", "<!ATTLIST a b CDATA 'secret'>");
     EXPECT_EQ(events_of("<!DOCTYPE a SYSTEM '" + type + "'><a/>"),
               (events_t{"start a", "end a"}));
+}
+
+TEST(expat_parser_input, never_fetches_an_external_parameter_entity) {
+    const test::temp_dir_t dir;
+    const std::string type = dir.write("a.dtd", "<!ATTLIST a b CDATA 'secret'>");
+    EXPECT_EQ(events_of("<!DOCTYPE a [<!ENTITY % p SYSTEM '" + type + "'>%p;]><a/>"),
+              (events_t{"start a", "end a"}));
+}
+
+TEST(expat_parser_input, with_an_external_entity_in_an_attribute_is_an_error) {
+    const test::temp_dir_t dir;
+    const std::string text = "<!DOCTYPE a [<!ENTITY e SYSTEM '" +
+                             dir.write("secret.txt", "secret") + "'>]><a b='&e;'/>";
+    EXPECT_TRUE(
+        throws_code([&] { events_of(text); }, xml_parse_error, parse_error_message(text)));
+}
+
+/// Entities each of which stands for the one before; the first one for "x".
+std::string entity_chain(int length) {
+    std::string text = "<!DOCTYPE a [<!ENTITY e0 'x'>";
+    for (int i = 1; i <= length; ++i) {
+        text += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
+    }
+    const std::string last = "&e" + std::to_string(length) + ";";
+    return text + "]><a b='" + last + "'>" + last + "</a>";
+}
+
+TEST(expat_parser_input, may_nest_entities_by_the_thousand) {
+    EXPECT_EQ(events_of(entity_chain(50000)), (events_t{"start a b=x", "text x", "end a"}));
 }
 
 TEST(expat_parser_input, gets_default_attributes_of_its_own_document_type) {

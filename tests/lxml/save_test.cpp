@@ -64,8 +64,8 @@ TEST(save, can_be_loaded_again) {
 TEST(save, to_a_place_that_cannot_be_opened_is_an_error) {
     const temp_dir_t dir;
     loaded_t tree("<r/>");
-    for (const std::string& path :
-         {dir.path(), std::string("/nowhere/100%s.xml"), std::string()}) {
+    for (const std::string& path : {dir.path(), dir.write("a.xml", "<a/>") + "/b.xml",
+                                    std::string("/nowhere/100%s.xml"), std::string()}) {
         EXPECT_TRUE(
             throws([&] { tree.doc.save(path, false, false); }, "error opening file " + path));
     }

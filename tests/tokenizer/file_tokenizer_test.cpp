@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
+#include <thread>
 
+#include "support/ordinary_user.h"
 #include "support/temp_dir.h"
 #include "support/throws.h"
 #include "tokenizer/tokenizer.h"
@@ -78,6 +83,32 @@ TEST_F(file_tokenizer, is_empty_after_loading_a_folder) {
     EXPECT_EQ(tokenizer, tokens_t{});
 }
 
+TEST_F(file_tokenizer, is_empty_after_loading_what_must_not_be_read) {
+    loaded("a\n");
+    chmod(folder.path("file").c_str(), 0);
+    const test::ordinary_user_t user(folder.path());
+    EXPECT_NO_THROW(tokenizer.load(folder.path("file").c_str()));
+    EXPECT_EQ(tokenizer, tokens_t{});
+}
+
+TEST_F(file_tokenizer, reads_a_fifo_to_its_end) {
+    const std::string path = folder.path("fifo");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(path) << "a\n" << std::flush << "b\n"; });
+    tokenizer.load(path.c_str());
+    writer.join();
+    EXPECT_EQ(tokenizer, (tokens_t{"a", "b"}));
+}
+
+TEST_F(file_tokenizer, leaves_a_file_alone_that_must_not_be_written) {
+    loaded("a\n");
+    chmod(folder.path("file").c_str(), 0444);
+    const test::ordinary_user_t user(folder.path());
+    tokenizer.push_back("b");
+    EXPECT_NO_THROW(tokenizer.save());
+    EXPECT_EQ(folder.read("file"), "a\n");
+}
+
 TEST_F(file_tokenizer, closes_what_it_opens) {
     const auto before = open_files();
     loaded("a\n");
@@ -128,8 +159,10 @@ TEST_F(file_tokenizer, raises_no_error_for_a_path_that_cannot_be_written) {
     EXPECT_NO_THROW(tokenizer.save());
     EXPECT_NO_THROW(tokenizer.save_as(folder.path("missing/file").c_str()));
     EXPECT_NO_THROW(tokenizer.save_as(folder.path().c_str()));
-    EXPECT_EQ(tokenizer, tokens_t{"a"});
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+    EXPECT_NO_THROW(tokenizer.save_as((folder.write("file", "kept") + "/file").c_str()));
+    EXPECT_EQ(folder.read("file"), "kept");
+    EXPECT_EQ(tokenizer, tokens_t{"a"});
 }
 
 TEST_F(file_tokenizer, raises_no_error_on_a_full_device) {

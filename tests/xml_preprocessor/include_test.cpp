@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "errorcode/errorcode.h"
+#include "support/expat_failure.h"
 #include "support/ordinary_user.h"
 
 namespace {
@@ -128,6 +129,21 @@ TEST_F(include, of_a_directory_is_a_read_error) {
     });
 }
 
+TEST_F(include, of_a_path_below_a_file_fails) {
+    write("main.xml", "<x:include file='main.xml/part.xml'/>");
+    EXPECT_TRUE(file_fails("main.xml", "failed to load xml file:main.xml/part.xml"));
+}
+
+TEST_F(include, of_an_empty_file_is_a_parse_error) {
+    write("main.xml", "<x:include file='part.xml'/>");
+    dir.write("part.xml", "");
+    test::standard_output([&] {
+        EXPECT_TRUE(test::throws_code([&] { process_file("main.xml"); },
+                                      ko::errorcode::xml_parse_error,
+                                      test::parse_error_message("")));
+    });
+}
+
 TEST_F(include, reads_a_pipe_to_its_end) {
     write("main.xml", "<x:include file='pipe.xml'/>");
     ASSERT_EQ(mkfifo(dir.path("pipe.xml").c_str(), 0600), 0);
@@ -158,6 +174,44 @@ TEST_F(include, of_itself_may_end_by_a_condition) {
                       "<x:evaluate expression='n=n+1'/>");
     EXPECT_EQ(process_file("main.xml"), "<r />");
     EXPECT_EQ(run("<a e:n='n'/>"), "<a n=\"150\" />");
+}
+
+/// Generates the children of a root of its own.
+class part_plugin_t : public ko::xpp::plugin_t {
+public:
+    explicit part_plugin_t(const std::string& text) { document.load_from_string(text); }
+    ko::lxml::element_t* generate(ko::lxml::element_t*) override { return document.root; }
+
+private:
+    ko::lxml::document_t document;
+};
+
+/// A definition that brings itself in by way of a plug-in and of an included file.
+class mixed_nesting : public test::include_test_t {
+protected:
+    void SetUp() override {
+        preprocessor.register_plugin(
+            "gen",
+            new part_plugin_t(test::wrapped("<x:include file='" + dir.path("part.xml") + "'/>")));
+        write("part.xml", "<x:insert name='d'/>");
+        EXPECT_EQ(run("<x:define name='d'><x:if condition='n=n-1'><x:plugin name='gen'/></x:if>"
+                      "<x:evaluate expression='n=n+1'/></x:define>"),
+                  "");
+    }
+
+    const std::string insert = "<x:insert name='d'/><a e:n='n'/>";
+};
+
+TEST_F(mixed_nesting, may_end_by_a_condition) {
+    EXPECT_EQ(run("<x:evaluate expression='n=150'/>" + insert), "<a n=\"150\" />");
+}
+
+TEST_F(mixed_nesting, without_an_end_stops_at_a_limit_each_time_anew) {
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(fails("<x:evaluate expression='n=1000'/>" + insert,
+                          "plugin nested more than 200 levels deep: gen"));
+    }
+    EXPECT_EQ(run("<x:evaluate expression='n=150'/>" + insert), "<a n=\"150\" />");
 }
 
 class search_path : public test::include_test_t {
