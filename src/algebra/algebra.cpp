@@ -121,7 +121,7 @@ void algebra_t::memory_pop_diff() {
 }
 
 void algebra_t::memory_copy(const algebra_t& other) {
-    imp->memory.copy_values(other.imp->memory);
+    imp->memory_copy(*other.imp);
 }
 
 void algebra_t::assign(const std::string& name, int value) {

@@ -160,6 +160,15 @@ void algebra_t::imp_t::eval_and_assign(const std::string& name, const std::strin
     memory.assign(variable, value);
 }
 
+void algebra_t::imp_t::memory_copy(const imp_t& other) {
+    const std::weak_ptr<const origin_t> source = other.origin_for_copy();
+    memory.copy_values(other.memory);
+    // An evaluator in a call of its own counts that one.
+    if (called == nullptr && !source.expired()) {
+        origin = source;
+    }
+}
+
 void algebra_t::imp_t::take_visible(const imp_t& caller) {
     memory = caller.memory;
     macros = caller.macros;

@@ -19,10 +19,10 @@ namespace ko::alg {
 /// another one meanwhile.
 ///
 /// Nested evaluations are counted across the evaluators that take part. One that is made for a
-/// call begins with the depth of its caller. A copy that a host function makes knows the call
-/// that it was made in as its origin, and adds the depth of that for as long as the call lasts.
-/// An evaluator to which such a copy of itself is assigned in the call is no copy: its own depth
-/// counts the call.
+/// call begins with the depth of its caller. A copy that a host function makes, be it only of
+/// the variables, knows the call that it was made in as its origin, and adds the depth of that
+/// for as long as the call lasts. An evaluator to which such a copy of itself is assigned in the
+/// call is no copy: its own depth counts the call.
 class algebra_t::imp_t {
 public:
     /// Carries the value of the built-in `return` to the evaluation that it ends.
@@ -46,6 +46,8 @@ public:
     result_t evaluate();
     result_t evaluate(const list_t& tokens);
     void eval_and_assign(const std::string& name, const std::string& expression);
+    /// Replaces the variables by those of `other`.
+    void memory_copy(const imp_t& other);
 
     /// Takes from the caller of a script function all that the function can see.
     void take_visible(const imp_t& caller);

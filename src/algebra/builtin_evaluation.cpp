@@ -43,7 +43,7 @@ result_t evaluate_f(algebra_t& algebra, result_t a) {
     nesting_check(caller.depth_get(), evaluate_nesting, "evaluate");
     algebra_t evaluator;
     algebra_t::imp_t::of(evaluator).nest_in(caller);
-    evaluator.memory_copy(algebra);
+    algebra_t::imp_t::of(evaluator).memory.copy_values(caller.memory);
     return evaluator.evaluate(text);
 }
 

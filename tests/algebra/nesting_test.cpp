@@ -33,6 +33,14 @@ result_t copied(algebra_t& algebra, result_t text) {
     return copy.evaluate(text.string_get(false, 0));
 }
 
+/// Evaluates on a new evaluator that has the variables of the calling one.
+result_t fresh(algebra_t& algebra, result_t text) {
+    algebra_t evaluator;
+    evaluator.define("fresh", fresh);
+    evaluator.memory_copy(algebra);
+    return evaluator.evaluate(text.string_get(false, 0));
+}
+
 algebra_t* outermost = nullptr;
 
 /// Evaluates on the evaluator that the test made, whichever calls.
@@ -92,6 +100,16 @@ TEST_F(nesting, is_counted_in_copies_that_a_host_function_makes) {
     EXPECT_EQ(outcome("copied('1+1')"), "(i) 2");
     EXPECT_EQ(outcome("copied(again)"),
               "! algebra_t -- evaluation by function 'copied' nested more than 1000 levels deep");
+}
+
+TEST_F(nesting, is_counted_in_evaluators_that_a_host_function_gives_its_variables) {
+    algebra.define("fresh", fresh);
+    algebra.assign("again", "fresh(again)");
+    EXPECT_EQ(outcome("fresh(again)"),
+              "! algebra_t -- evaluation by function 'fresh' nested more than 1000 levels deep");
+    algebra.assign("n", 900);
+    algebra.assign("again", "(n = n - 1) ? fresh(again) : 5");
+    EXPECT_EQ(outcome("fresh(again)"), "(i) 5");
 }
 
 TEST_F(nesting, is_counted_once_in_an_evaluator_that_is_restored_from_a_copy) {
