@@ -4,6 +4,7 @@
 #include <charconv>
 #include <climits>
 #include <locale>
+#include <new>
 #include <ostream>
 #include <sstream>
 
@@ -31,7 +32,12 @@ std::string float_text(float value, bool scientific, unsigned precision) {
                                      : precision == 0 ? std::chars_format::general
                                                       : std::chars_format::fixed;
     const int decimals = precision_of(precision);
-    std::string text(float_digits_max + static_cast<std::size_t>(decimals), '\0');
+    std::string text;
+    const std::size_t size = float_digits_max + static_cast<std::size_t>(decimals);
+    if (size > text.max_size()) {
+        throw std::bad_alloc(); // on a 32-bit system, before memory runs out
+    }
+    text.resize(size);
     char* const begin = text.data();
     const std::to_chars_result end =
         std::to_chars(begin, begin + text.size(), static_cast<double>(value), format, decimals);

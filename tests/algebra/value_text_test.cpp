@@ -113,6 +113,13 @@ TEST(value_stream, tags_an_unknown_type_as_an_integer) {
     EXPECT_EQ(shown(value), "(i) 5");
 }
 
+TEST(value_text, that_is_too_long_for_a_string_is_out_of_memory) {
+    if (sizeof(std::size_t) > 4) {
+        GTEST_SKIP() << "memory runs out before";
+    }
+    EXPECT_THROW(result_t(1.5F).string_get(false, INT_MAX), std::bad_alloc);
+}
+
 TEST(value_stream, uses_the_precision_of_the_stream) {
     std::ostringstream out;
     out << std::setprecision(3) << result_t(3.14159f) << ' ' << std::fixed << result_t(2.0f)
