@@ -135,6 +135,20 @@ TEST_F(nesting, is_counted_where_a_host_function_uses_the_outermost_evaluator) {
     EXPECT_NE(outcome("f(1)").find("nested more than 1000 levels deep"), std::string::npos);
 }
 
+TEST_F(nesting, of_script_assignment_and_copy_is_counted_across_their_evaluators) {
+    algebra.define("copied", copied);
+    algebra.assign("text", "assign('x', 's(1)')");
+    algebra.macro_define("s(n)", "n + (CALL)");
+    algebra.macro_define("CALL", "copied(text)");
+    for (const char* start : {"s(1)", "copied(text)", "assign('x', 's(1)')"}) {
+        EXPECT_NE(outcome(start).find("nested more than 1000 levels deep"), std::string::npos);
+    }
+    // Three levels a round.
+    algebra.assign("text", "(left = left - 1) ? assign('x', 's(1)') : 0");
+    algebra.assign("left", 300);
+    EXPECT_EQ(outcome("s(1)"), "(i) 300");
+}
+
 TEST_F(nesting, of_several_kinds_is_counted_together) {
     algebra.macro_define("AGAIN", "assign('x', 'f(1)')");
     EXPECT_NE(outcome("f(1)").find("nested more than 1000 levels deep"), std::string::npos);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <new>
 #include <stdexcept>
 
 #include "recorder.h"
@@ -104,6 +105,25 @@ TEST(expat_parser, is_only_silenced_by_an_exception_of_unknown_type) {
     thrower_t<int> thrower("start b", 1);
     EXPECT_NO_THROW(thrower.parse_buffer(three_lines));
     EXPECT_EQ(thrower.events, (events_t{"start a", "text \n", "start b"}));
+}
+
+/// An exception of the host's own.
+struct own_exception_t {
+    std::string text;
+};
+
+TEST(expat_parser, takes_an_exception_of_any_type_from_a_callback_of_any_kind) {
+    const test::temp_dir_t dir;
+    const std::string path = dir.write("a.xml", "<a>x<![CDATA[y]]></a>");
+    for (const char* event :
+         {"start a", "text x", "start_cdata", "text y", "end_cdata", "end a"}) {
+        thrower_t<own_exception_t> own(event, own_exception_t{std::string(100, 'x')});
+        EXPECT_NO_THROW(own.parse(path));
+        EXPECT_EQ(own.events.back(), event);
+        thrower_t<std::bad_alloc> memory(event, std::bad_alloc());
+        EXPECT_EQ(test::code_of([&] { memory.parse(path); }), xml_rethrow_exception);
+        EXPECT_EQ(memory.events.back(), event);
+    }
 }
 
 TEST(expat_parser, is_only_silenced_by_an_errorcode_that_means_no_error) {

@@ -26,16 +26,6 @@ long open_files() {
     return std::distance(begin(all), end(all));
 }
 
-/// The code of what `action` throws, `no_error` when it throws no `ko::errorcode_t`.
-template <class A> unsigned long code_of(A&& action) {
-    try {
-        action();
-    } catch (const ko::errorcode_t& e) {
-        return e.code_get();
-    }
-    return no_error;
-}
-
 TEST(expat_parser_file, that_is_empty_has_no_element) {
     const temp_dir_t dir;
     recorder_t recorder;
@@ -91,7 +81,7 @@ TEST(expat_parser_file, that_is_cut_while_it_is_read_is_a_parse_error) {
     recorder.on_event = [&](const std::string&) {
         std::filesystem::resize_file(path, 0);
     };
-    EXPECT_EQ(code_of([&] { recorder.parse(path); }), xml_parse_error);
+    EXPECT_EQ(test::code_of([&] { recorder.parse(path); }), xml_parse_error);
     EXPECT_EQ(recorder.events.size(), 2u);
     EXPECT_EQ(open_files(), before);
 }

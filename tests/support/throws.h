@@ -44,4 +44,15 @@ testing::AssertionResult throws_code(A&& action, unsigned long code, const std::
     return testing::AssertionFailure() << "threw nothing";
 }
 
+/// The code of what `action` throws, `ko::errorcode::no_error` when it throws no
+/// `ko::errorcode_t`.
+template <class A> unsigned long code_of(A&& action) {
+    try {
+        action();
+    } catch (const ko::errorcode_t& e) {
+        return e.code_get();
+    }
+    return ko::errorcode::no_error;
+}
+
 } // namespace test
