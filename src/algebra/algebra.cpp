@@ -1,8 +1,7 @@
 #include "algebra/algebra.h"
 
-#include <iostream>
-
 #include "algebra/algebra_imp.h"
+#include "exception/diagnosis.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
@@ -52,7 +51,7 @@ result_t algebra_t::evaluate_safe(const std::string& text) {
     try {
         return imp->parse(own_text) ? imp->evaluate() : result_t(own_text);
     } catch (const exception_t&) {
-        std::cout << "Caught exception in expression : " << own_text << std::endl;
+        diagnose("Caught exception in expression : ", own_text);
         return own_text;
     }
 }

@@ -1,8 +1,8 @@
 #include "lxml/document.h"
 
-#include <iostream>
 #include <memory>
 
+#include "exception/diagnosis.h"
 #include "exception/exception.h"
 #include "lxml/ownership.h"
 #include "lxml/sax.h"
@@ -79,7 +79,7 @@ bool document_t::load(const std::string& file) {
     try {
         root = load_raw(file);
     } catch (...) {
-        std::cout << "Caught exception in " << file << "\n";
+        diagnose("Caught exception in ", file);
         throw;
     }
     return true;

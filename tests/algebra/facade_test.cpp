@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "support/broken_output.h"
 #include "support/evaluation.h"
 #include "support/throws.h"
 
@@ -142,6 +143,11 @@ TEST_F(evaluate_safe, gives_the_text_of_what_fails_and_says_so) {
     const report_t report = safely("undefined_name");
     EXPECT_EQ(report.value, "(s) undefined_name");
     EXPECT_EQ(report.output, "Caught exception in expression : undefined_name\n");
+}
+
+TEST_F(evaluate_safe, gives_the_text_where_the_line_cannot_be_written) {
+    const test::broken_output_t broken;
+    EXPECT_EQ(test::shown(algebra.evaluate_safe("1/0")), "(s) 1/0");
 }
 
 TEST_F(evaluate_safe, gives_the_whole_text) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "lxml/lxml.h"
+#include "support/broken_output.h"
 #include "support/expat_failure.h"
 #include "support/temp_dir.h"
 #include "support/throws.h"
@@ -45,6 +46,13 @@ TEST(load, writes_nothing_when_all_is_well) {
 TEST(load, reports_a_failure_on_standard_output) {
     EXPECT_EQ(output_of([] { document_t().load("/nowhere/100%s.xml"); }),
               "Caught exception in /nowhere/100%s.xml\n");
+}
+
+TEST(load, throws_the_error_of_the_reader_where_the_line_cannot_be_written) {
+    document_t doc;
+    const test::broken_output_t broken;
+    EXPECT_TRUE(throws_code([&] { doc.load("/nowhere/a.xml"); }, xml_file_open,
+                            "/nowhere/a.xml: xml file open failure"));
 }
 
 TEST(load, throws_the_error_of_the_reader) {

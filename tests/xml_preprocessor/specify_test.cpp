@@ -3,10 +3,10 @@
 #include "algebra/algebra.h"
 #include "errorcode/errorcode.h"
 
-#include <iostream>
 #include <new>
 #include <stdexcept>
-#include <streambuf>
+
+#include "support/broken_output.h"
 
 namespace {
 
@@ -135,24 +135,9 @@ TEST_F(specify_exceptions, an_error_code_keeps_its_code) {
     EXPECT_EQ(written, "Caught exception in specify : none\n");
 }
 
-/// Makes every write to standard output throw, as long as it lives.
-class broken_output_t : std::streambuf {
-public:
-    broken_output_t() : working(std::cout.rdbuf(this)) { std::cout.exceptions(std::ios::badbit); }
-    broken_output_t(const broken_output_t&) = delete;
-    broken_output_t& operator=(const broken_output_t&) = delete;
-    ~broken_output_t() override {
-        std::cout.exceptions(std::ios::goodbit);
-        std::cout.rdbuf(working);
-    }
-
-private:
-    std::streambuf* working;
-};
-
 TEST_F(specify_exceptions, an_exception_goes_on_where_the_line_cannot_be_written) {
     preprocessor.register_plugin("thrower", new thrower_t<int>(42));
-    const broken_output_t broken;
+    const test::broken_output_t broken;
     EXPECT_THROW(run("<x:specify index='i' values='1'><x:plugin name='thrower'/></x:specify>"),
                  int);
 }

@@ -1,7 +1,8 @@
 #include "xml_preprocessor/block/specify_block.h"
 
-#include <iostream>
+#include <string_view>
 
+#include "exception/diagnosis.h"
 #include "xml_preprocessor/attributes.h"
 
 namespace ko::xpp {
@@ -24,13 +25,9 @@ bool specify_block_t::again() {
 }
 
 void specify_block_t::failed() noexcept {
-    try {
-        const lxml::attribute_t* tag = attribute_find(element, element.atoms->find("namespace"));
-        std::cout << "Caught exception in " << element.name_get() << " : "
-                  << (tag != nullptr ? tag->value : "none") << std::endl;
-    } catch (...) {
-        // The exception on its way must go on unchanged, even where the line cannot be written.
-    }
+    const lxml::attribute_t* tag = attribute_find(element, element.atoms->find("namespace"));
+    diagnose("Caught exception in ", element.name_get(), " : ",
+             tag != nullptr ? std::string_view(tag->value) : "none");
 }
 
 } // namespace ko::xpp
