@@ -27,7 +27,7 @@ void reference_map_of_strings(benchmark::State& state) {
     for (auto _ : state) {
         std::map<std::string, int> map;
         for (std::size_t i = 0; i < size_of(state); ++i) {
-            map[text_of(i)] = 1;
+            map.emplace(text_of(i), 1);
         }
     }
 }

@@ -46,10 +46,10 @@ algebra_t::imp_t& algebra_t::imp_t::operator=(const imp_t& other) {
         program_copy = std::make_shared<list_t>(*other.program);
         calls_rebind(*program_copy, other.functions.scripts_get(), functions.scripts_get());
     }
-    variables_t memory_copy = other.memory;
+    variables_t variables = other.memory;
     origin_take(other.origin_for_copy());
     program = std::move(program_copy);
-    memory = std::move(memory_copy);
+    memory = std::move(variables);
     macros = other.macros;
     functions = other.functions;
     return *this;
