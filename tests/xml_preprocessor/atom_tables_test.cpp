@@ -16,16 +16,6 @@ enum class origin_e { source, included, plugin, defined };
 constexpr origin_e origins[] = {origin_e::source, origin_e::included, origin_e::plugin,
                                 origin_e::defined};
 
-/// Generates an element that the test made.
-class generator_t : public ko::xpp::plugin_t {
-public:
-    explicit generator_t(element_t* top) : generated(top) {}
-    element_t* generate(element_t*) override { return generated; }
-
-private:
-    element_t* generated;
-};
-
 struct pairing_t {
     origin_e outer;
     origin_e inner;
@@ -68,7 +58,7 @@ protected:
             return "<x:include file='" + (around == origin_e::included ? name : dir.path(name)) +
                    "'/>";
         case origin_e::plugin:
-            preprocessor.register_plugin(name, new generator_t(load(content)));
+            preprocessor.register_plugin(name, new test::generator_t(load(content)));
             return "<x:plugin name='" + name + "'/>";
         case origin_e::defined:
             preprocessor.process(load("<x:define name='" + name + "'>" + content + "</x:define>"),

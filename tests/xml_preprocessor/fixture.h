@@ -42,6 +42,16 @@ template <class A> std::string standard_output(A&& action) {
     return testing::internal::GetCapturedStdout();
 }
 
+/// A plug-in that generates an element that the test made.
+class generator_t : public ko::xpp::plugin_t {
+public:
+    explicit generator_t(element_t* top) : generated(top) {}
+    element_t* generate(element_t*) override { return generated; }
+
+private:
+    element_t* generated;
+};
+
 /// A test with a preprocessor, and with sources that live as long as it.
 class preprocessor_test_t : public testing::Test {
 protected:

@@ -14,16 +14,6 @@ using ko::lxml::element_t;
 using ko::xpp::file_cache_t;
 using ko::xpp::preprocessor_t;
 
-/// Gives back an element that the test made.
-class generator_t : public ko::xpp::plugin_t {
-public:
-    explicit generator_t(element_t* top) : generated(top) {}
-    element_t* generate(element_t*) override { return generated; }
-
-private:
-    element_t* generated;
-};
-
 /// Keeps the lines that the library writes to standard output away, as long as it lives.
 class quiet_t {
 public:
@@ -68,7 +58,7 @@ protected:
         file_cache_t cache;
         preprocessor_t preprocessor(output, GetParam() ? &cache : nullptr);
         preprocessor.register_plugin("a plug-in with a long name",
-                                     new generator_t(generated.root));
+                                     new test::generator_t(generated.root));
         const element_t* top = nullptr;
         const auto process = [&] {
             top = preprocessor.process(source.root, preprocessor_t::process_include);
@@ -108,7 +98,7 @@ TEST_P(out_of_memory_preprocessor, construction_that_fails_leaves_nothing_behind
 }
 
 TEST_P(out_of_memory_preprocessor, registration_that_fails_leaves_the_plugin_to_the_caller) {
-    auto plugin = std::make_unique<generator_t>(generated.root);
+    auto plugin = std::make_unique<test::generator_t>(generated.root);
     {
         document_t output;
         preprocessor_t preprocessor(output, nullptr);
