@@ -7,6 +7,7 @@
 #include <expat.h>
 
 #include "errorcode/errorcode.h"
+#include "expat_parser/entity_limit.h"
 #include "expat_parser/feed.h"
 #include "expat_parser/map_exceptions.h"
 
@@ -36,6 +37,20 @@ int file_read(std::FILE* file, void* buffer, const std::string& name) {
 /// The functions that expat calls. Expat's frames must not be unwound, so an exception is
 /// recorded in the parser and never leaves one of them.
 struct expat_callbacks_t {
+    /// A parse while it runs; what expat hands to the callbacks.
+    struct run_t {
+        explicit run_t(expat_parser_t& self) : self(self) {
+            require_unused(self);
+            XML_SetUserData(self.parser, this);
+        }
+        run_t(const run_t&) = delete;
+        run_t& operator=(const run_t&) = delete;
+        ~run_t() { XML_SetUserData(self.parser, nullptr); }
+
+        expat_parser_t& self;
+        unsigned referring_entities = 0;
+    };
+
     static void start_element(void* user, const char* name, const char** atts) {
         guard(user, [=](expat_parser_t& self) {
             expat_parser_t::attribute_map_t attributes;
@@ -64,12 +79,26 @@ struct expat_callbacks_t {
         guard(user, [](expat_parser_t& self) { self.end_cdata(); });
     }
 
+    /// Counts the entities that refer to entities and stops expat at one too many, before a
+    /// reference to it can be expanded. The text of a parameter entity is never expanded.
+    static void entity_declaration(void* user, const char*, int is_parameter, const char* value,
+                                   int size, const char*, const char*, const char*, const char*) {
+        if (is_parameter != 0 || value == nullptr ||
+            !refers_to_entity({value, static_cast<std::size_t>(size)})) {
+            return;
+        }
+        run_t& run = *static_cast<run_t*>(user);
+        if (++run.referring_entities > entity_references_max) {
+            XML_StopParser(run.self.parser, XML_FALSE);
+        }
+    }
+
     static void attach(expat_parser_t& self) {
         XML_SetReturnNSTriplet(self.parser, 1);
-        XML_SetUserData(self.parser, &self);
         XML_SetElementHandler(self.parser, start_element, end_element);
         XML_SetCharacterDataHandler(self.parser, character_data);
         XML_SetCdataSectionHandler(self.parser, start_cdata, end_cdata);
+        XML_SetEntityDeclHandler(self.parser, entity_declaration);
     }
 
     static void begin(expat_parser_t& self, const std::string& name) {
@@ -90,7 +119,14 @@ struct expat_callbacks_t {
 
     [[noreturn]] static void throw_parse_error(const expat_parser_t& self, XML_Error error) {
         throw errorcode_t(errorcode::xml_parse_error,
-                          std::string(XML_ErrorString(error)) + " " + self.position_describe());
+                          error_describe(error) + " " + self.position_describe());
+    }
+
+    /// Nothing but the limit of entities aborts a parse.
+    static std::string error_describe(XML_Error error) {
+        return error == XML_ERROR_ABORTED ? "more than " + std::to_string(entity_references_max) +
+                                                " entities that refer to entities"
+                                          : XML_ErrorString(error);
     }
 
     static void throw_expat_error(const expat_parser_t& self) {
@@ -111,7 +147,7 @@ struct expat_callbacks_t {
         if (!file) {
             throw errorcode_t(errorcode::xml_file_open, name);
         }
-        require_unused(self);
+        run_t run(self);
         while (parse_chunk(self, file.get(), name)) {
         }
     }
@@ -132,7 +168,7 @@ private:
     }
 
     template <class A> static void guard(void* user, A action) noexcept {
-        expat_parser_t& self = *static_cast<expat_parser_t*>(user);
+        expat_parser_t& self = static_cast<run_t*>(user)->self;
         if (!self.error_message.empty()) {
             return;
         }
@@ -184,7 +220,7 @@ void expat_parser_t::parse(const std::string& name) {
 
 void expat_parser_t::parse_buffer(const std::string& text) {
     expat_callbacks_t::begin(*this, std::string());
-    expat_callbacks_t::require_unused(*this);
+    expat_callbacks_t::run_t run(*this);
     if (!feed(parser, text, feed_limit)) {
         expat_callbacks_t::throw_expat_error(*this);
     }

@@ -17,11 +17,11 @@ namespace ko::xml {
 ///
 /// Derive from it and override the callbacks; they do nothing here. An object owns its expat
 /// parser and reads one document: a second `parse` or `parse_buffer`, and one out of a callback,
-/// fails with `xml_parse_error`. Expat's protection against entities that explode is on; nothing
-/// outside the document is fetched. It is used by one thread, on which the callbacks run. After
-/// the first exception out of a callback no further callback is made, and the parse throws it as
-/// a `ko::errorcode_t`; an exception that is no `std::exception` only silences the callbacks,
-/// which callers rely on.
+/// fails with `xml_parse_error`. Expat's protection against entities that explode is on, entities
+/// that refer to entities are limited to 1000, and nothing outside the document is fetched. It is
+/// used by one thread, on which the callbacks run. After the first exception out of a callback no
+/// further callback is made, and the parse throws it as a `ko::errorcode_t`; an exception that is
+/// no `std::exception` only silences the callbacks, which callers rely on.
 class KO_API expat_parser_t {
 public:
     /// Orders zero-terminated strings by `strcmp`.

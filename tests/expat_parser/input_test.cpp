@@ -116,18 +116,94 @@ TEST(expat_parser_input, with_an_external_entity_in_an_attribute_is_an_error) {
         throws_code([&] { events_of(text); }, xml_parse_error, parse_error_message(text)));
 }
 
-/// Entities each of which stands for the one before; the first one for "x".
-std::string entity_chain(int length) {
-    std::string text = "<!DOCTYPE a [<!ENTITY e0 'x'>";
-    for (int i = 1; i <= length; ++i) {
-        text += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
-    }
-    const std::string last = "&e" + std::to_string(length) + ";";
-    return text + "]><a b='" + last + "'>" + last + "</a>";
+/// A document type with these declarations of entities, and uses of an entity.
+std::string with_entities(const std::string& declarations, const std::string& used) {
+    return "<!DOCTYPE a [" + declarations + "]><a b='&" + used + ";'>&" + used + ";</a>";
 }
 
-TEST(expat_parser_input, may_nest_entities_by_the_thousand) {
-    EXPECT_EQ(events_of(entity_chain(50000)), (events_t{"start a b=x", "text x", "end a"}));
+std::string entity(const std::string& name, const std::string& value) {
+    return "<!ENTITY " + name + " '" + value + "'>";
+}
+
+std::string reference(int number) {
+    return "&e" + std::to_string(number) + ";";
+}
+
+/// So many entities each of which stands for the one before; the first one for that before all.
+std::string entity_chain(int length) {
+    std::string text = entity("e0", "x");
+    for (int i = 1; i <= length; ++i) {
+        text += entity("e" + std::to_string(i), reference(i - 1));
+    }
+    return text;
+}
+
+/// The same, each declared before the one that it stands for.
+std::string entity_chain_forward(int length) {
+    std::string text;
+    for (int i = length; i > 0; --i) {
+        text += entity("e" + std::to_string(i), reference(i - 1));
+    }
+    return text + entity("e0", "x");
+}
+
+const events_t all_entities_replaced = {"start a b=x", "text x", "end a"};
+
+TEST(expat_parser_input, may_have_a_thousand_entities_that_refer_to_entities) {
+    EXPECT_EQ(events_of(with_entities(entity_chain(1000), "e1000")), all_entities_replaced);
+    EXPECT_EQ(events_of(with_entities(entity_chain_forward(1000), "e1000")),
+              all_entities_replaced);
+}
+
+TEST(expat_parser_input, with_more_entities_that_refer_to_entities_is_an_error) {
+    const std::string forward = entity_chain_forward(50000);
+    const struct {
+        std::string declarations;
+        std::size_t column; ///< of the text of the entity that is one too many
+    } cases[] = {
+        {entity_chain(1001), entity_chain(1001).rfind("'&")},
+        {forward, forward.find("'&e48999;'")},
+    };
+    for (const auto& [declarations, column] : cases) {
+        EXPECT_TRUE(throws_code([&] { events_of(with_entities("\n" + declarations, "e1")); },
+                                xml_parse_error,
+                                "more than 1000 entities that refer to entities line=2 column=" +
+                                    std::to_string(column) + ": xml parse error"));
+    }
+}
+
+TEST(expat_parser_input, with_too_many_entities_stays_an_error) {
+    const test::temp_dir_t dir;
+    const std::string name = dir.write("a.xml", with_entities(entity_chain(1001), "e0"));
+    ko::xml::expat_parser_t parser(true);
+    std::string first;
+    std::string second;
+    for (std::string* message : {&first, &second}) {
+        try {
+            parser.parse(name);
+        } catch (const ko::errorcode_t& e) {
+            *message = e.what();
+        }
+    }
+    EXPECT_EQ(first.substr(0, 46), "more than 1000 entities that refer to entities");
+    EXPECT_EQ(second, first);
+}
+
+TEST(expat_parser_input, may_have_any_number_of_other_entities) {
+    std::string text;
+    for (int i = 0; i < 2000; ++i) {
+        text += entity("e" + std::to_string(i), "a&amp;b&lt;&gt;&quot;&apos;&#38;#65;&#66;");
+        text += "<!ENTITY % p" + std::to_string(i) + " '" + reference(i) + "'>";
+        text += "<!ENTITY x" + std::to_string(i) + " SYSTEM 'file'>";
+    }
+    EXPECT_EQ(events_of(with_entities(text, "e1999")),
+              (events_t{"start a b=a&b<>\"'AB", "text a&b<>\"'AB", "end a"}));
+}
+
+TEST(expat_parser_input, with_entities_in_a_circle_is_an_error) {
+    const std::string text = with_entities(entity("e", "&f;") + entity("f", "&e;"), "e");
+    EXPECT_TRUE(
+        throws_code([&] { events_of(text); }, xml_parse_error, parse_error_message(text)));
 }
 
 TEST(expat_parser_input, gets_default_attributes_of_its_own_document_type) {

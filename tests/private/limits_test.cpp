@@ -4,6 +4,7 @@
 #include <string>
 
 #include "algebra/limits.h"
+#include "expat_parser/entity_limit.h"
 #include "lxpath/path_parser.h"
 #include "xml_preprocessor/limits.h"
 
@@ -12,18 +13,23 @@ namespace {
 struct limit_t {
     const char* constant;
     unsigned value;
-    const char* message; ///< before the number of levels
+    const char* message; ///< before the number
+    const char* unit = " levels deep";
 };
 
 const limit_t limits[] = {
-    {"script_nesting", ko::alg::script_nesting.limit, "script function 'f' nested"},
-    {"evaluate_nesting", ko::alg::evaluate_nesting.limit, "function 'evaluate' nested"},
-    {"assign_nesting", ko::alg::assign_nesting.limit, "assignment to 'x' nested"},
-    {"function_nesting", ko::alg::function_nesting.limit, "evaluation by function 'f' nested"},
-    {"filter_depth_max", ko::lxml::filter_depth_max, "path filters nested"},
-    {"insert_depth_max", ko::xpp::insert_depth_max, "insert nested"},
-    {"include_depth_max", ko::xpp::include_depth_max, "include nested"},
-    {"plugin_depth_max", ko::xpp::plugin_depth_max, "plugin nested"},
+    {"script_nesting", ko::alg::script_nesting.limit, "script function 'f' nested more than "},
+    {"evaluate_nesting", ko::alg::evaluate_nesting.limit,
+     "function 'evaluate' nested more than "},
+    {"assign_nesting", ko::alg::assign_nesting.limit, "assignment to 'x' nested more than "},
+    {"function_nesting", ko::alg::function_nesting.limit,
+     "evaluation by function 'f' nested more than "},
+    {"filter_depth_max", ko::lxml::filter_depth_max, "path filters nested more than "},
+    {"insert_depth_max", ko::xpp::insert_depth_max, "insert nested more than "},
+    {"include_depth_max", ko::xpp::include_depth_max, "include nested more than "},
+    {"plugin_depth_max", ko::xpp::plugin_depth_max, "plugin nested more than "},
+    {"entity_references_max", ko::xml::entity_references_max, "more than ",
+     " entities that refer to entities"},
 };
 
 /// The row of the manual's table that begins with a constant.
@@ -43,9 +49,7 @@ TEST(limits, are_those_of_the_manual) {
         const std::string value = std::to_string(limit.value);
         const std::string row = row_of(limit.constant);
         EXPECT_NE(row.find("| " + value + " |"), std::string::npos) << row;
-        EXPECT_NE(row.find(limit.message + (" more than " + value + " levels deep")),
-                  std::string::npos)
-            << row;
+        EXPECT_NE(row.find(limit.message + value + limit.unit), std::string::npos) << row;
     }
 }
 

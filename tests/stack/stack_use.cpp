@@ -117,6 +117,18 @@ void handle(const std::string& text, const std::string& path) {
     document.root->children_delete();
 }
 
+/// Loads a document with a chain of entities, used in text and in an attribute.
+void expand(int entities) {
+    std::string chain = "<!ENTITY e0 'x'>";
+    std::string last = "&e0;";
+    for (int i = 1; i <= entities; ++i) {
+        chain += "<!ENTITY e" + std::to_string(i) + " '" + last + "'>";
+        last = "&e" + std::to_string(i) + ";";
+    }
+    document_t document;
+    document.load_from_string("<!DOCTYPE r [" + chain + "]><r a='" + last + "'>" + last + "</r>");
+}
+
 struct case_t {
     const char* what;
     int levels; ///< the limit, or what is large
@@ -157,6 +169,7 @@ const case_t cases[] = {
      [](int n) {
          process(n, "<x:plugin name='d'/>");
      }},
+    {"entities that refer to entities", 1000, expand},
     {"terms", large,
      [](int n) {
          evaluate_alone(terms(n));
