@@ -5,6 +5,10 @@
 
 namespace ko::alg {
 
+variable_tree_t::node_t::node_t() = default;
+variable_tree_t::node_t::node_t(const node_t& other) = default;
+variable_tree_t::node_t::~node_t() = default;
+
 const result_t* variable_tree_t::find(const std::string& name) const {
     const node_t* node = root.get();
     while (node != nullptr) {

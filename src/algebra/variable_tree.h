@@ -37,7 +37,14 @@ private:
     struct node_t;
     using link_t = cow_t<node_t>;
 
+    /// Nothing of it is inline: a compiler would unfold the recursion over the subtrees wherever
+    /// a tree is let go, and make the library a twelfth larger.
     struct node_t {
+        node_t();
+        node_t(const node_t& other);
+        node_t& operator=(const node_t&) = delete;
+        ~node_t();
+
         std::string name;
         result_t value;
         unsigned height = 1;
