@@ -1,17 +1,17 @@
 #include "expat_parser/entity_limit.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace ko::xml {
 
 namespace {
 
-/// @param reference what follows an ampersand
-bool is_plain(std::string_view reference) {
-    constexpr std::string_view plain[] = {"#", "amp;", "lt;", "gt;", "quot;", "apos;"};
-    return std::any_of(std::begin(plain), std::end(plain), [=](std::string_view begin) {
-        return reference.substr(0, begin.size()) == begin;
-    });
+/// @param name what stands between an ampersand and a semicolon
+bool is_plain(std::string_view name) {
+    constexpr std::string_view predefined[] = {"amp", "lt", "gt", "quot", "apos"};
+    return name.substr(0, 1) == "#" ||
+           std::find(std::begin(predefined), std::end(predefined), name) != std::end(predefined);
 }
 
 } // namespace
@@ -19,7 +19,10 @@ bool is_plain(std::string_view reference) {
 bool refers_to_entity(std::string_view value) {
     std::size_t at = value.find('&');
     while (at != std::string_view::npos) {
-        if (!is_plain(value.substr(at + 1))) {
+        const std::string_view rest = value.substr(at + 1);
+        // None of these can stand in a name.
+        const std::size_t end = rest.find_first_of("&;<>\"'= \t\r\n");
+        if (end != std::string_view::npos && rest[end] == ';' && !is_plain(rest.substr(0, end))) {
             return true;
         }
         at = value.find('&', at + 1);

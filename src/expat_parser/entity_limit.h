@@ -1,9 +1,9 @@
 /// @file
 /// How many entities may stand for text with other entities in it.
 ///
-/// Expat expands an entity inside another one by calling itself before 2.7.0, unless a
-/// distribution has mended it: entities in a long chain would take the whole stack. No chain is
-/// longer than the number of entities that refer to one, whatever their order.
+/// Before 2.7.0, unless a distribution has mended it, expat calls itself for an entity inside
+/// another one: a long chain of them would take the whole stack. No chain is longer than the
+/// number of entities that refer to one, whatever their order.
 #pragma once
 
 #include <string_view>

@@ -39,7 +39,7 @@ int file_read(std::FILE* file, void* buffer, const std::string& name) {
 struct expat_callbacks_t {
     /// A parse while it runs; what expat hands to the callbacks.
     struct run_t {
-        explicit run_t(expat_parser_t& self) : self(self) {
+        explicit run_t(expat_parser_t& parser) : self(parser) {
             require_unused(self);
             XML_SetUserData(self.parser, this);
         }
@@ -82,7 +82,8 @@ struct expat_callbacks_t {
     /// Counts the entities that refer to entities and stops expat at one too many, before a
     /// reference to it can be expanded. The text of a parameter entity is never expanded.
     static void entity_declaration(void* user, const char*, int is_parameter, const char* value,
-                                   int size, const char*, const char*, const char*, const char*) {
+                                   int size, const char*, const char*, const char*,
+                                   const char*) noexcept {
         if (is_parameter != 0 || value == nullptr ||
             !refers_to_entity({value, static_cast<std::size_t>(size)})) {
             return;

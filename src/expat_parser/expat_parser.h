@@ -17,11 +17,11 @@ namespace ko::xml {
 ///
 /// Derive from it and override the callbacks; they do nothing here. An object owns its expat
 /// parser and reads one document: a second `parse` or `parse_buffer`, and one out of a callback,
-/// fails with `xml_parse_error`. Expat's protection against entities that explode is on, entities
-/// that refer to entities are limited to 1000, and nothing outside the document is fetched. It is
-/// used by one thread, on which the callbacks run. After the first exception out of a callback no
-/// further callback is made, and the parse throws it as a `ko::errorcode_t`; an exception that is
-/// no `std::exception` only silences the callbacks, which callers rely on.
+/// fails with `xml_parse_error`. Expat's protection against entities that explode is on, the
+/// number of entities that refer to entities is limited, and nothing outside the document is
+/// fetched. It is used by one thread, on which the callbacks run. After the first exception out
+/// of a callback no further callback is made, and the parse throws it as a `ko::errorcode_t`; an
+/// exception that is no `std::exception` only silences the callbacks, which callers rely on.
 class KO_API expat_parser_t {
 public:
     /// Orders zero-terminated strings by `strcmp`.
@@ -53,14 +53,14 @@ public:
     expat_parser_t& operator=(const expat_parser_t&) = delete;
 
     /// Reads a whole file.
-    /// @throws ko::errorcode_t `xml_file_open`, `xml_file_read`, `xml_parse_error` (message and
-    ///         position from expat), `xml_internal`, `xml_rethrow_exception` when there is no
-    ///         memory, or the error of a callback with its position
+    /// @throws ko::errorcode_t `xml_file_open`, `xml_file_read`, `xml_parse_error` (message from
+    ///         expat or of a limit, with the position), `xml_internal`, `xml_rethrow_exception`
+    ///         when there is no memory, or the error of a callback with its position
     void parse(const std::string& file_name);
 
     /// Reads a whole document in memory.
-    /// @throws ko::errorcode_t `xml_parse_error` (message and position from expat), or the error
-    ///         of a callback with its position
+    /// @throws ko::errorcode_t `xml_parse_error` (message from expat or of a limit, with the
+    ///         position), or the error of a callback with its position
     void parse_buffer(const std::string& text);
 
     /// The current position as "line=L column=C"; lines count from 1, columns from 0.

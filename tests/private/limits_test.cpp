@@ -13,8 +13,8 @@ namespace {
 struct limit_t {
     const char* constant;
     unsigned value;
-    const char* message; ///< before the number
-    const char* unit = " levels deep";
+    const char* message;              ///< before the number
+    const char* end = " levels deep"; ///< after the number
 };
 
 const limit_t limits[] = {
@@ -49,7 +49,7 @@ TEST(limits, are_those_of_the_manual) {
         const std::string value = std::to_string(limit.value);
         const std::string row = row_of(limit.constant);
         EXPECT_NE(row.find("| " + value + " |"), std::string::npos) << row;
-        EXPECT_NE(row.find(limit.message + value + limit.unit), std::string::npos) << row;
+        EXPECT_NE(row.find(limit.message + value + limit.end), std::string::npos) << row;
     }
 }
 
