@@ -49,10 +49,13 @@ std::string chain_forward(int length) {
     return text + entity("e0", "x");
 }
 
+std::string refusal(std::size_t column) {
+    return "more than 1000 entities that refer to entities line=2 column=" +
+           std::to_string(column) + ": xml parse error";
+}
+
 testing::AssertionResult is_refused(const std::string& text, std::size_t column) {
-    return throws_code([&] { events_of(text); }, xml_parse_error,
-                       "more than 1000 entities that refer to entities line=2 column=" +
-                           std::to_string(column) + ": xml parse error");
+    return throws_code([&] { events_of(text); }, xml_parse_error, refusal(column));
 }
 
 const events_t all_replaced = {"start a b=x", "text x", "end a"};
@@ -98,11 +101,10 @@ TEST(entities, that_are_too_many_stay_an_error) {
     const test::temp_dir_t dir;
     const std::string name = dir.write("a.xml", with_entities(chain(1001), "e0"));
     ko::xml::expat_parser_t parser(true);
+    const std::string message =
+        refusal(chain(1000).size() + std::string("<!ENTITY e1001 ").size());
     for (int i = 0; i < 2; ++i) {
-        EXPECT_TRUE(throws_code([&] { parser.parse(name); }, xml_parse_error,
-                                "more than 1000 entities that refer to entities line=2 column=" +
-                                    std::to_string(chain(1000).size() + 15) +
-                                    ": xml parse error"));
+        EXPECT_TRUE(throws_code([&] { parser.parse(name); }, xml_parse_error, message));
     }
 }
 
