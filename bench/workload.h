@@ -1,0 +1,48 @@
+/// @file
+/// What the sides of the workloads share: how an operation is measured.
+///
+/// A workload is a piece of work under a short name, such as E1. Each library that can do it is a
+/// side: a program of its own that knows the workload by that name. A side gives a check number,
+/// a value made from the results of the work, which is the same for all sides.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <functional>
+#include <initializer_list>
+
+namespace bench {
+
+/// A workload's name and the benchmark that measures it.
+struct workload_t {
+    const char* name;
+    void (*measure)(benchmark::State&);
+    benchmark::IterationCount iterations = 0; ///< 0 leaves it to Google Benchmark
+};
+
+/// Makes workloads known to the program; one object at the end of each source.
+struct workloads_t {
+    workloads_t(std::initializer_list<workload_t> rows);
+};
+
+/// The size of a workload: `full`, or less of it when the program was told to divide.
+std::size_t sized(std::size_t full);
+
+/// The work of one iteration.
+struct operation_t {
+    std::function<void()> prepare; ///< comes before `run`, untimed; may be empty
+    std::function<void()> run;     ///< what is measured
+    std::function<double()> check; ///< the check number of the last `run`; untimed
+};
+
+/// Measures an operation that handles `items` items; the result is the time of one.
+void measure(benchmark::State& state, std::size_t items, const operation_t& operation);
+
+/// The same without preparation; `run` gives the check number.
+void measure(benchmark::State& state, std::size_t items, const std::function<double()>& run);
+
+/// Gives a figure that is no time, an item's share of `amount`.
+void report(benchmark::State& state, std::size_t items, double amount, double check);
+
+} // namespace bench
