@@ -157,19 +157,9 @@ void find_first(benchmark::State& state) {
     });
 }
 
-/// What the tree takes, once it is there.
-void memory_of_tree(benchmark::State& state) {
+template <typename memory_t> void memory(benchmark::State& state) {
     const configuration_t configuration;
-    bench::memory_in_use_t memory;
-    const loaded_t document(configuration.text);
-    const double amount = memory.growth();
-    bench::report(state, configuration.elements(), amount, tally_of(*document.root));
-}
-
-/// What loading takes at its peak.
-void memory_of_load(benchmark::State& state) {
-    const configuration_t configuration;
-    bench::memory_peak_t memory;
+    const memory_t memory;
     const loaded_t document(configuration.text);
     const double amount = memory.growth();
     bench::report(state, configuration.elements(), amount, tally_of(*document.root));
@@ -242,19 +232,19 @@ void elements_remove(benchmark::State& state) {
 const bench::workloads_t workloads{
     {"X0", read},
     {"X1", load},
-    {"X1d", free_tree},
+    {"X1d", free_tree, 3},
     {"X2", write},
     {"X2f", save},
     {"X3", select_by_attribute},
     {"X3s", select_value},
     {"X3f", find_first},
-    {"X4", memory_of_tree, 1},
-    {"X4p", memory_of_load, 1},
+    {"X4", memory<bench::memory_in_use_t>, 1},
+    {"X4p", memory<bench::memory_peak_t>, 1},
     {"X5n", attribute_by_name},
     {"X5a", attribute_by_atoms},
     {"X6", clone},
-    {"X7", children_delete},
-    {"X8", elements_remove},
+    {"X7", children_delete, 3},
+    {"X8", elements_remove, 3},
 };
 
 } // namespace

@@ -127,7 +127,7 @@ void functions(benchmark::State& state) {
     program_t program;
     result_t& a = program.algebra["a"];
     result_t& b = program.algebra["b"];
-    program.evaluate(state, "sqrt(a*a+b*b)+max(a,b)", [&](std::size_t i) {
+    program.evaluate(state, bench::functions, [&](std::size_t i) {
         a = result_t(bench::legs[i % 4].a);
         b = result_t(bench::legs[i % 4].b);
     });
@@ -136,7 +136,7 @@ void functions(benchmark::State& state) {
 void script_function(benchmark::State& state) {
     program_t program;
     program.algebra.macro_define("sq(x)", "x*x");
-    program.evaluate_unchanged(state, "sq(a)+1.5");
+    program.evaluate_unchanged(state, bench::call);
 }
 
 void script_function_among_variables(benchmark::State& state) {
@@ -144,14 +144,14 @@ void script_function_among_variables(benchmark::State& state) {
     program.variables_add(bench::further_variables);
     program.algebra.macro_define("sq(x)", "x*x");
     benchmark::DoNotOptimize(&program.algebra["v0"]);
-    program.evaluate_unchanged(state, "sq(a)+1.5");
+    program.evaluate_unchanged(state, bench::call);
 }
 
 void host_function(benchmark::State& state) {
     program_t program;
     program.algebra.define(
         "sq", +[](algebra_t&, result_t x) { return x * x; });
-    program.evaluate_unchanged(state, "sq(a)+1.5");
+    program.evaluate_unchanged(state, bench::call);
 }
 
 void fibonacci(benchmark::State& state) {

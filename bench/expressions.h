@@ -16,6 +16,8 @@ constexpr float value_of_b = 2.25;
 constexpr float value_of_c = 3.5;
 
 constexpr const char* formula = "(a+b*c)/(a-1.5)+b*b";
+constexpr const char* functions = "sqrt(a*a+b*b)+max(a,b)";
+constexpr const char* call = "sq(a)+1.5"; ///< `sq` is the square
 
 /// Sides of right-angled triangles of whole numbers, `a` and `b` in turn.
 struct legs_t {

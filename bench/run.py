@@ -30,8 +30,8 @@ def progress(message):
 
 class Workload:
     def __init__(self, line):
-        columns = (line.split("\t") + [""])[:4]
-        self.name, self.unit, self.what, goals = columns
+        columns = (line.split("\t") + ["", ""])[:5]
+        self.name, self.unit, self.what, goals, self.floor = columns
         self.goals = []
         for goal in filter(None, goals.split(";")):
             reference, most = goal.split()
@@ -120,9 +120,9 @@ class Table:
             return ours / self.fastest(reference, OURS)
         return ours / self.fastest(name, reference)
 
-    def best(self, name):
-        peers = [side for side in self.rows[name] if side != OURS]
-        return min(peers, key=lambda side: self.fastest(name, side), default=None)
+    def best(self, workload):
+        peers = set(self.rows[workload.name]) - {OURS, workload.floor}
+        return min(peers, key=lambda side: self.fastest(workload.name, side), default=None)
 
     def judged(self, workload):
         """For each goal: its words, what was reached, and whether that is good enough; None where
@@ -143,19 +143,20 @@ class Table:
                    for side, values in self.rows[name].items()}
         ours = amounts.pop(OURS)
         peers = ", ".join(f"{side} {amount}" for side, amount in amounts.items())
-        best = self.best(name)
-        ratio = f"{self.ratio(name, best):.3g}" if best else ""
+        ratios = [f"{self.ratio(name, side):.3g}" if side in self.rows[name] else ""
+                  for side in (self.best(workload), workload.floor)]
         goals = "; ".join(words + ("" if good is None else f": {reached:.3g}") +
                           (" **missed**" if good is False else "")
                           for words, reached, good in self.judged(workload))
-        return f"| {name} | {workload.what} | {workload.unit} | {ours} | {peers} | {ratio} | {goals} |"
+        cells = [name, workload.what, workload.unit, ours, peers, *ratios, goals]
+        return re.sub(" +", " ", f"| {' | '.join(cells)} |")
 
 
 def compare(chosen, all_sides, check):
     os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
     table = Table()
-    print("| | workload | unit | kobase | peers | to the best | goals |")
-    print("| --- | --- | --- | --- | --- | --- | --- |")
+    print("| | workload | unit | kobase | peers | to the best | to the floor | goals |")
+    print("| --- | --- | --- | --- | --- | --- | --- | --- |")
     for number, workload in enumerate(chosen, 1):
         progress(f"{number}/{len(chosen)} {workload.name}")
         table.rows[workload.name] = measured(workload, all_sides, ROUNDS,

@@ -66,7 +66,7 @@ std::vector<std::string> arguments_take(int& argc, char** argv) {
 
 void add(const workload_t& workload) {
     auto* const row = benchmark::RegisterBenchmark(workload.name, workload.measure);
-    const auto fixed = workload.iterations != 0 ? workload.iterations : iterations;
+    const auto fixed = iterations != 0 ? iterations : workload.iterations;
     if (fixed != 0) {
         row->Iterations(fixed);
     }

@@ -18,7 +18,7 @@ namespace bench {
 struct workload_t {
     const char* name;
     void (*measure)(benchmark::State&);
-    benchmark::IterationCount iterations = 0; ///< 0 leaves it to Google Benchmark
+    benchmark::IterationCount iterations = 0; ///< where preparing takes long; else 0
 };
 
 /// Makes workloads known to the program; one object at the end of each source.

@@ -4,6 +4,13 @@
 # What scripts/check needs beyond the building of the library.
 check_packages=(clang clang-format clang-tidy cppcheck libbenchmark-dev shellcheck)
 
+# What the benchmarks need, and the libraries that scripts/bench compares with.
+# shellcheck disable=SC2034
+bench_packages=(libbenchmark-dev python3)
+# shellcheck disable=SC2034
+peer_packages=(libmuparser-dev liblua5.4-dev libluajit-5.1-dev libpugixml-dev libtinyxml2-dev
+    libxml2-dev libxslt1-dev)
+
 installed() {
     local status
     status=$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) && [ "$status" = installed ]
