@@ -5,8 +5,10 @@ A side is a program bench_NAME in the folder of the programs; bench_kobase is th
 """
 
 import argparse
+import datetime
 import json
 import os
+import platform
 import re
 import statistics
 import subprocess
@@ -14,7 +16,13 @@ import sys
 from pathlib import Path
 
 HERE = Path(__file__).parent
+DOCUMENT = HERE.parent / "docs" / "performance.md"
 OURS = "kobase"
+PACKAGES = {
+    "muparser": "libmuparser-dev", "lua": "liblua5.4-dev", "luajit": "libluajit-5.1-dev",
+    "expat": "libexpat1-dev", "pugixml": "libpugixml-dev", "tinyxml2": "libtinyxml2-dev",
+    "libxml2": "libxml2-dev", "libxslt": "libxslt1-dev",
+}
 ROUNDS = 3
 SMALLEST = ["--divide=1000", "--iterations=1"]
 RISE = 1.10  # instruction counts above this ratio to the checked-in ones are named
@@ -152,16 +160,46 @@ class Table:
         return re.sub(" +", " ", f"| {' | '.join(cells)} |")
 
 
-def compare(chosen, all_sides, check):
+def first_line(command, pattern):
+    done = subprocess.run(command, capture_output=True, text=True, env={**os.environ, "LC_ALL": "C"})
+    found = re.search(pattern, done.stdout)
+    return found[1].strip() if found else "?"
+
+
+def context(all_sides):
+    """When, where and with what was measured."""
+    versions = [f"{side.name} " + first_line(["dpkg-query", "-W", "-f", "${Version}",
+                                              PACKAGES[side.name]], "^(?:[0-9]+:)?([0-9.]*[0-9])")
+                for side in all_sides if side.name in PACKAGES]
+    return "\n".join([
+        f"Measured on {datetime.date.today()} on an " +
+        first_line(["lscpu"], "Model name:(.*)") + f" ({platform.machine()}, one core), " +
+        first_line(["c++", "--version"], "(.*)") + ", " +
+        first_line(["cat", "/etc/os-release"], 'PRETTY_NAME="(.*)"') + ".",
+        "Peers: " + ", ".join(versions) + ".", ""])
+
+
+def document_update(text):
+    begin, end = "<!-- measured -->\n", "<!-- end of measured -->"
+    before, rest = DOCUMENT.read_text().split(begin)
+    DOCUMENT.write_text(before + begin + text + end + rest.split(end)[1])
+
+
+def compare(chosen, all_sides, check, update):
     os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
     table = Table()
-    print("| | workload | unit | kobase | peers | to the best | to the floor | goals |")
-    print("| --- | --- | --- | --- | --- | --- | --- | --- |")
+    lines = [context(all_sides),
+             "| | workload | unit | kobase | peers | to the best | to the floor | goals |",
+             "| --- | --- | --- | --- | --- | --- | --- | --- |"]
+    print(*lines, sep="\n")
     for number, workload in enumerate(chosen, 1):
         progress(f"{number}/{len(chosen)} {workload.name}")
         table.rows[workload.name] = measured(workload, all_sides, ROUNDS,
                                              ["--benchmark_min_time=0.2"])
-        print(table.line(workload), flush=True)
+        lines.append(table.line(workload))
+        print(lines[-1], flush=True)
+    if update:
+        document_update("\n".join(lines) + "\n")
     missed = [f"{workload.name}: {reached:.3g}, goal {words}" for workload in chosen
               for words, reached, good in table.judged(workload) if good is False]
     if check and missed:
@@ -212,16 +250,19 @@ def main():
     mode.add_argument("--smoke", action="store_true",
                       help="run everything once, as small as can be, and compare check numbers")
     parser.add_argument("--update", action="store_true",
-                        help="with --instructions: check the counts in")
+                        help="write the table into docs/performance.md, or with --instructions "
+                        "the counts into bench/instructions.tsv")
     parser.add_argument("workload", nargs="*")
     given = parser.parse_args()
+    if given.update and given.workload and not given.instructions:
+        parser.error("--update wants all workloads")
     chosen, all_sides = workloads(given.workload), sides(given.programs)
     if given.instructions:
         instructions(chosen, all_sides[0], given.update)
     elif given.smoke:
         smoke(chosen, all_sides)
     else:
-        compare(chosen, all_sides, given.check)
+        compare(chosen, all_sides, given.check, given.update)
 
 
 if __name__ == "__main__":
