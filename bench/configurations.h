@@ -14,7 +14,6 @@ namespace bench {
 class configuration_t {
 public:
     configuration_t() : devices(sized(16861)) {
-        text = "<?xml version=\"1.0\"?>\n<system version=\"4\">\n";
         for (std::size_t i = 0; i < devices; ++i) {
             device_add(std::to_string(i));
         }
@@ -24,7 +23,7 @@ public:
     std::size_t elements() const { return 1 + 18 * devices; }
     std::size_t bands() const { return 12 * devices; }
 
-    std::string text;
+    std::string text = "<?xml version=\"1.0\"?>\n<system version=\"4\">\n";
 
 private:
     void device_add(const std::string& number) {
