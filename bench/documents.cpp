@@ -229,7 +229,7 @@ void elements_remove(benchmark::State& state) {
                     }});
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"X0", read},
     {"X1", load},
     {"X1d", free_tree, 3},
@@ -246,5 +246,6 @@ const bench::workloads_t workloads{
     {"X7", children_delete, 3},
     {"X8", elements_remove, 3},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

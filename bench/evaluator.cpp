@@ -232,7 +232,7 @@ void copy_with_program(benchmark::State& state) {
     copy(state, program.algebra);
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"E1", formula},
     {"E1n", formula_by_name},
     {"E1v", formula_among_variables},
@@ -253,5 +253,6 @@ const bench::workloads_t workloads{
     {"E7v", copy_with_variables},
     {"E7p", copy_with_program},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

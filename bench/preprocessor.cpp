@@ -139,7 +139,7 @@ void included_definition(benchmark::State& state) {
     process(state, count, source, false);
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"P1", loop},
     {"P2", include_files},
     {"P2c", include_from_cache},
@@ -148,5 +148,6 @@ const bench::workloads_t workloads{
     {"P4", definition},
     {"P4i", included_definition},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

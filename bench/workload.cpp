@@ -18,11 +18,6 @@ namespace {
 std::size_t divide = 1;
 benchmark::IterationCount iterations = 0;
 
-std::vector<workload_t>& workloads() {
-    static std::vector<workload_t> all;
-    return all;
-}
-
 /// A function of its own and not inlined, so that instructions can be counted in it alone.
 [[gnu::noinline]] void counted(const std::function<void()>& run) {
     run();
@@ -74,10 +69,6 @@ void add(const workload_t& workload) {
 
 } // namespace
 
-workloads_t::workloads_t(std::initializer_list<workload_t> rows) {
-    workloads().insert(workloads().end(), rows);
-}
-
 std::size_t sized(std::size_t full) {
     return std::max<std::size_t>(full / divide, 1);
 }
@@ -114,13 +105,17 @@ void report(benchmark::State& state, std::size_t items, double amount, double ch
 
 int main(int argc, char** argv) {
     const std::vector<std::string> names = bench::arguments_take(argc, argv);
-    const bool lists = std::find(names.begin(), names.end(), "--list") != names.end();
-    for (const bench::workload_t& workload : bench::workloads()) {
-        if (lists) {
-            std::puts(workload.name);
-        } else if (names.empty() ||
-                   std::find(names.begin(), names.end(), workload.name) != names.end()) {
-            bench::add(workload);
+    const auto given = [&](const char* name) {
+        return std::find(names.begin(), names.end(), name) != names.end();
+    };
+    const bool lists = given("--list");
+    for (const auto* source = bench::workloads_t::all(); source; source = source->others()) {
+        for (const bench::workload_t& workload : *source) {
+            if (lists) {
+                std::puts(workload.name);
+            } else if (names.empty() || given(workload.name)) {
+                bench::add(workload);
+            }
         }
     }
     benchmark::Initialize(&argc, argv);

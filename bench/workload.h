@@ -10,20 +10,38 @@
 
 #include <cstddef>
 #include <functional>
-#include <initializer_list>
 
 namespace bench {
 
 /// A workload's name and the benchmark that measures it.
 struct workload_t {
-    const char* name;
-    void (*measure)(benchmark::State&);
+    const char* name = nullptr;
+    void (*measure)(benchmark::State&) = nullptr;
     benchmark::IterationCount iterations = 0; ///< where preparing takes long; else 0
 };
 
-/// Makes workloads known to the program; one object at the end of each source.
-struct workloads_t {
-    workloads_t(std::initializer_list<workload_t> rows);
+/// Makes the workloads of a source known to the program; one static object a source.
+class workloads_t {
+public:
+    template <std::size_t count>
+    explicit workloads_t(const workload_t (&rows)[count]) noexcept
+        : first(rows), last(rows + count), next(head) {
+        head = this;
+    }
+
+    const workload_t* begin() const { return first; }
+    const workload_t* end() const { return last; }
+    const workloads_t* others() const { return next; }
+
+    /// The object made last, from which `others` leads to those before; null without any.
+    static const workloads_t* all() { return head; }
+
+private:
+    const workload_t* first;
+    const workload_t* last;
+    const workloads_t* next;
+
+    static inline const workloads_t* head = nullptr;
 };
 
 /// The size of a workload: `full`, or less of it when the program was told to divide.

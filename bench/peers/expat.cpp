@@ -55,9 +55,10 @@ void load(benchmark::State& state) {
                     }});
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"X0", read},
     {"X1", load},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

@@ -230,7 +230,7 @@ void include_one_file(benchmark::State& state) {
     include(state, false);
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"X0", read},
     {"X1", load},
     {"X1d", free_tree, 3},
@@ -246,5 +246,6 @@ const bench::workloads_t workloads{
     {"P2", include_files},
     {"P2c", include_one_file},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

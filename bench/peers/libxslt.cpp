@@ -108,9 +108,10 @@ void definition(benchmark::State& state) {
               "<r/>");
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"P1", loop},           {"P2", include_files}, {"P2c", include_one_file},
     {"P3", plain_elements}, {"P4", definition},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

@@ -295,7 +295,7 @@ void compare_texts(benchmark::State& state) {
     program_t().evaluate_unchanged(state, "(s..\"-\"..t)==w");
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"E1", formula},
     {"E1n", formula_by_name},
     {"E1v", formula_among_variables},
@@ -313,5 +313,6 @@ const bench::workloads_t workloads{
     {"E6", join_texts},
     {"E6c", compare_texts},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

@@ -149,10 +149,11 @@ void parse_1000_terms(benchmark::State& state) {
     });
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"E1", formula},       {"E1n", formula_by_name}, {"E1v", formula_among_variables},
     {"E2", texts_in_turn}, {"E2u", new_texts},       {"E2f", fresh_evaluators},
     {"E3", functions},     {"E4h", host_function},   {"E5-1k", parse_1000_terms},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

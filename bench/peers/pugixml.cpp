@@ -225,7 +225,7 @@ void loop(benchmark::State& state) {
                     }});
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"X1", load},
     {"X1d", free_tree, 3},
     {"X2", write},
@@ -241,5 +241,6 @@ const bench::workloads_t workloads{
     {"X8", elements_remove, 3},
     {"P1", loop},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace

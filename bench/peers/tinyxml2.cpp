@@ -174,7 +174,7 @@ void elements_remove(benchmark::State& state) {
                     }});
 }
 
-const bench::workloads_t workloads{
+constexpr bench::workload_t rows[] = {
     {"X1", load},
     {"X1d", free_tree, 3},
     {"X2", write},
@@ -186,5 +186,6 @@ const bench::workloads_t workloads{
     {"X7", children_delete, 3},
     {"X8", elements_remove, 3},
 };
+const bench::workloads_t workloads(rows);
 
 } // namespace
