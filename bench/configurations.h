@@ -53,7 +53,7 @@ private:
 inline std::string numbered(std::size_t count) {
     std::string text = "<r><a>";
     for (std::size_t i = 0; i < count; ++i) {
-        text += "<b id=\"" + std::to_string(i) + "\" value=\"v\"/>";
+        text.append("<b id=\"").append(std::to_string(i)).append("\" value=\"v\"/>");
     }
     return text + "</a></r>";
 }

@@ -10,7 +10,6 @@ namespace {
 
 using bench::batch;
 using ko::alg::algebra_t;
-using ko::alg::list_t;
 using ko::alg::result_t;
 
 /// An evaluator with some variables and a program.

@@ -35,6 +35,7 @@ constexpr std::size_t further_variables = 1000;
 /// 50 texts of 27 or 28 characters.
 inline std::vector<std::string> texts() {
     std::vector<std::string> all;
+    all.reserve(50);
     for (int i = 0; i < 50; ++i) {
         all.push_back("(a+" + std::to_string(10 + i) + ".25*b)*(c-" + std::to_string(i % 3) +
                       ".5)-b*b/4+" + std::to_string(i));
@@ -45,6 +46,7 @@ inline std::vector<std::string> texts() {
 /// As many texts, all of the same value and none like an earlier one; `number` counts them.
 inline std::vector<std::string> new_texts(std::size_t& number) {
     std::vector<std::string> all;
+    all.reserve(batch);
     for (std::size_t i = 0; i < batch; ++i) {
         all.push_back("(a+b*c)*2.5-b/4+z*" + std::to_string(1000000 + number++ % 9000000));
     }
@@ -54,6 +56,7 @@ inline std::vector<std::string> new_texts(std::size_t& number) {
 /// 50 texts of 25 characters without names.
 inline std::vector<std::string> constant_texts() {
     std::vector<std::string> all;
+    all.reserve(50);
     for (int i = 0; i < 50; ++i) {
         all.push_back("(" + std::to_string(10 + i) + "+2.5*4)/(3.5-1.5)+" +
                       std::to_string(60 - i) + "*4.5");

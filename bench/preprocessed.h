@@ -30,7 +30,8 @@ inline std::string plain_elements() {
     std::string text = "<r>";
     for (std::size_t i = 0; i < sized(100000); ++i) {
         const std::string number = std::to_string(i);
-        text += "<amp id=\"" + number + "\" gain=\"-3.5\" name=\"amplifier " + number + "\"/>";
+        text.append("<amp id=\"").append(number).append("\" gain=\"-3.5\" name=\"amplifier ");
+        text.append(number).append("\"/>");
     }
     return text + "</r>";
 }
@@ -51,7 +52,7 @@ inline std::string directives(std::size_t count, const std::string& before,
                               const std::string& after, bool counted = true) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
-        text += before + std::to_string(counted ? i : 0) + after;
+        text.append(before).append(std::to_string(counted ? i : 0)).append(after);
     }
     return text;
 }
