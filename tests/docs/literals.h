@@ -1,0 +1,14 @@
+/// @file
+/// The texts in a C++ source.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace docs {
+
+/// The string literals of a file as the compiler sees them: neighbours joined, escapes of line
+/// ends, quotes and backslashes undone. Those of #include lines and comments are left out.
+std::vector<std::string> literals(const std::string& path);
+
+} // namespace docs
