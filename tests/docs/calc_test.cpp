@@ -13,14 +13,20 @@
 
 namespace {
 
+// What an expression writes to standard output, one line, as a document shows it.
+std::string printed_before(const std::string& printed) {
+    return printed.empty() ? printed
+                           : "prints " + printed.substr(0, printed.find('\n')) + ", gives ";
+}
+
 std::string value_text(ko::alg::algebra_t& algebra, const std::string& expression) {
     const docs::captured_output_t output;
     try {
         std::ostringstream value;
         value << algebra.evaluate(expression);
-        return output.text() + value.str();
+        return printed_before(output.text()) + value.str();
     } catch (const ko::exception_t& e) {
-        return output.text() + "error: " + e.what();
+        return printed_before(output.text()) + "error: " + e.what();
     }
 }
 
