@@ -16,8 +16,8 @@
 namespace {
 
 const std::set<std::string> may_be_left_unrun = {"sh", "cmake", "text", "yaml"};
-const std::set<std::string> known_marks = {"before", "continues", "file", "not run",
-                                           "output", "prints",    "run",  "same as"};
+const std::set<std::string> known_marks = {
+    "before", "continues", "file", "not run", "output", "prints", "run", "run inside", "same as"};
 
 bool is_registered(const docs::page_t& page, const docs::block_t& block) {
     const auto& all = docs::programs();
@@ -40,13 +40,17 @@ bool is_used(const docs::page_t& page, const docs::block_t& file) {
     });
 }
 
+bool is_processed(const docs::block_t& block) {
+    return block.has("run") || block.has("run inside");
+}
+
 // An output needs something to put it out; the output of a session stands in the session.
 bool has_source(const docs::page_t& page, const docs::block_t& block) {
     const docs::block_t* before = &block;
     while (before != page.blocks.data() && (before->has("output") || before->has("prints"))) {
         --before;
     }
-    return before->language == "cpp" || before->has("run");
+    return before->language == "cpp" || is_processed(*before);
 }
 
 bool is_run(const docs::page_t& page, const docs::block_t& block) {
@@ -68,7 +72,7 @@ bool is_run(const docs::page_t& page, const docs::block_t& block) {
     if (block.language == "console") {
         return std::string(KOBASE_SESSIONS).find(" " + page.name + " ") != std::string::npos;
     }
-    return block.language == "calc" || (block.language == "xml" && block.has("run"));
+    return block.language == "calc" || (block.language == "xml" && is_processed(block));
 }
 
 class document : public testing::TestWithParam<std::string> {};

@@ -30,10 +30,10 @@ std::string shown_output(const docs::page_t& page, unsigned line) {
     std::string shown;
     bool inside = false;
     for (const docs::block_t& block : page.blocks) {
-        if (block.language == "cpp" && !block.has("continues")) {
-            inside = block.line == line;
-        } else if (inside && block.has("output")) {
+        if (inside && block.has("output")) {
             shown += block.text();
+        } else if (!block.has("continues")) {
+            inside = block.line == line;
         }
     }
     return shown;

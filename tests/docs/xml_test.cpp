@@ -1,5 +1,6 @@
 // Processes the configurations of the documents: every block of the language "xml" that is marked
-// "run", with the arguments behind that mark.
+// "run" or "run inside", with the arguments behind that mark. The latter are the content of a
+// rack.
 
 #include <gtest/gtest.h>
 
@@ -53,8 +54,27 @@ std::string processed(const std::string& text, const std::string& arguments) {
     return out.str();
 }
 
+const std::string rack = "<rack xmlns:x=\"kobase.org/xmlns/xmlpreprocessor\""
+                         " xmlns:e=\"kobase.org/xmlns/xmlpreprocessor/expressionevaluator\">";
+const std::string head = "<?xml version=\"1.0\" standalone=\"yes\"?>";
+
+// What stands in the rack of a result.
+std::string inside(const std::string& result) {
+    const std::string start = head + "<rack >";
+    const std::string end = "</rack>";
+    if (result == head + "<rack />") {
+        return std::string();
+    }
+    EXPECT_EQ(result.compare(0, start.size(), start), 0) << result;
+    return result.substr(start.size(), result.size() - start.size() - end.size());
+}
+
 std::string result_of(const docs::block_t& block) {
     try {
+        if (block.has("run inside")) {
+            return inside(
+                processed(rack + block.text() + "</rack>", block.marks.at("run inside")));
+        }
         return processed(block.text(), block.marks.at("run"));
     } catch (const ko::exception_t& e) {
         return std::string("error: ") + e.what();
@@ -85,7 +105,6 @@ void expect_output(const docs::page_t& page, const docs::block_t& block) {
     const docs::captured_output_t printed;
     std::string result = result_of(block);
     std::string expected = on_one_line(shown(page, block, "output"));
-    const std::string head = "<?xml version=\"1.0\" standalone=\"yes\"?>";
     if (result.compare(0, head.size(), head) == 0 && expected.compare(0, 5, "<?xml") != 0) {
         expected.insert(0, head);
     }
@@ -102,7 +121,7 @@ TEST_P(configurations, give_the_output_that_their_document_shows) {
     const docs::page_t page = docs::page_read(GetParam());
     const docs::work_folder_t folder(page);
     for (const docs::block_t& block : page.blocks) {
-        if (block.language == "xml" && block.has("run")) {
+        if (block.language == "xml" && (block.has("run") || block.has("run inside"))) {
             SCOPED_TRACE("the block of line " + std::to_string(block.line));
             expect_output(page, block);
         }
@@ -110,7 +129,7 @@ TEST_P(configurations, give_the_output_that_their_document_shows) {
 }
 
 INSTANTIATE_TEST_SUITE_P(docs, configurations,
-                         testing::ValuesIn(docs::page_names_with("xml", "run")),
+                         testing::ValuesIn(docs::page_names_with("xml", "")),
                          docs::name_of_document);
 
 } // namespace
