@@ -13,6 +13,7 @@ pages_gather() {
     cp docs/*.md docs/*.svg docs/site/*.css "$pages" 2>/dev/null || true
     cp README.md "$pages/index.md"
     cp CHANGELOG.md "$pages/changelog.md"
+    cp SECURITY.md "$pages/security-policy.md"
     sed -i -E 's#\]\((docs|\.\./docs)/#](#g; s#\]\((\.\./)?README\.md#](index.md#g
                s#\]\((\.\./)?CHANGELOG\.md#](changelog.md#g
                s#\]\((\.\./)?CONTRIBUTING\.md#](contributing.md#g

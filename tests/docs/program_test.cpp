@@ -39,6 +39,11 @@ std::string shown_output(const docs::page_t& page, unsigned line) {
     return shown;
 }
 
+// A block cannot show that the last line break is missing.
+std::string with_line_end(const std::string& text) {
+    return text.empty() || text.back() == '\n' ? text : text + "\n";
+}
+
 std::string printed_by(const docs::program_t& program) {
     const docs::captured_output_t output;
     try {
@@ -46,7 +51,7 @@ std::string printed_by(const docs::program_t& program) {
     } catch (const std::exception& e) {
         ADD_FAILURE() << program.page << ":" << program.line << ": throws: " << e.what();
     }
-    return output.text();
+    return with_line_end(output.text());
 }
 
 class program : public testing::TestWithParam<docs::program_t> {};
