@@ -16,3 +16,7 @@ string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/kobase.pc.in ${PROJECT_BINARY_DIR}/kobase.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/kobase.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+# The schema of configurations, for editors and validators.
+install(FILES ${PROJECT_SOURCE_DIR}/schema/kobase.rnc ${PROJECT_SOURCE_DIR}/schema/kobase.rng
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/xml/kobase COMPONENT tools)
