@@ -10,11 +10,14 @@ site_packages=(doxygen linkchecker mkdocs mkdocs-material)
 pages_gather() {
     local pages=build/docs/pages
     mkdir -p "$pages"
-    cp docs/*.md docs/*.svg docs/site/*.css "$pages" 2>/dev/null || true
+    cp docs/*.md docs/*.svg docs/site/*.css docs/site/api-reference.md "$pages" 2>/dev/null || true
     cp README.md "$pages/index.md"
     cp CHANGELOG.md "$pages/changelog.md"
     cp SECURITY.md "$pages/security-policy.md"
-    sed -i -E 's#\]\((docs|\.\./docs)/#](#g; s#\]\((\.\./)?README\.md#](index.md#g
+    cp CONTRIBUTING.md "$pages/contributing.md"
+    cp tests/README.md "$pages/tests.md"
+    sed -i -E 's#\]\((\.\./)?tests/README\.md#](tests.md#g
+               s#\]\((docs|\.\./docs)/#](#g; s#\]\((\.\./)?README\.md#](index.md#g
                s#\]\((\.\./)?CHANGELOG\.md#](changelog.md#g
                s#\]\((\.\./)?CONTRIBUTING\.md#](contributing.md#g
                s#\]\((\.\./)?SECURITY\.md#](security-policy.md#g
@@ -38,6 +41,6 @@ reference_build() {
 }
 
 links_check() {
-    quietly docs-links linkchecker --no-status --no-warnings --check-extern=no \
+    quietly docs-links linkchecker --no-status -f docs/site/linkcheckerrc \
         --ignore-url='^https?:' build/docs/site/index.html
 }
