@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <limits>
 
 #include "algebra/arm_arithmetic.h"
@@ -11,8 +12,8 @@ namespace ko::alg {
 
 namespace {
 
-/// Exponents beyond this make no difference to a float.
-constexpr int exponent_max = 1000000;
+/// Exponents beyond this make no difference to a float: no text has as many digits.
+constexpr std::int64_t exponent_max = std::int64_t{1} << 62;
 
 /// The digits of an integer literal and their base.
 struct digits_t {
@@ -29,27 +30,27 @@ digits_t digits_of(const std::string& text) {
 }
 
 /// The written exponent of a float, 0 without one.
-int exponent_of(std::string_view text) {
+std::int64_t exponent_of(std::string_view text) {
     const std::size_t mark = text.find_first_of("eE");
     if (mark == std::string_view::npos) {
         return 0;
     }
     const std::string_view digits = text.substr(mark + 1);
-    int exponent = 0;
+    std::int64_t exponent = 0;
     const std::from_chars_result end =
         std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
     if (end.ec == std::errc::result_out_of_range) {
         return digits.front() == '-' ? -exponent_max : exponent_max;
     }
-    return std::min(std::max(exponent, -exponent_max), exponent_max);
+    return std::clamp(exponent, -exponent_max, exponent_max);
 }
 
 /// The power of ten of the first digit that is not 0, without the written exponent.
-long leading_power(std::string_view text) {
+std::int64_t leading_power(std::string_view text) {
     const std::size_t point = std::min(text.find('.'), text.find_first_of("eE"));
     const std::size_t whole = std::min(point, text.size());
     const std::size_t first = text.find_first_of("123456789");
-    return static_cast<long>(whole) - static_cast<long>(first);
+    return static_cast<std::int64_t>(whole) - static_cast<std::int64_t>(first);
 }
 
 } // namespace

@@ -103,6 +103,15 @@ TEST_F(long_input, a_text_is_joined_in_one_pass) {
     EXPECT_EQ(value.string_get(false, 0), "ab" + repeated("cd", lots));
 }
 
+TEST_F(long_input, a_text_and_numbers_are_joined_in_one_pass) {
+    algebra.assign("s", repeated("x", million));
+    ASSERT_TRUE(algebra.parse("s" + repeated("+1+2.5", 50 * thousand)));
+    ko::alg::result_t value;
+    EXPECT_LT(seconds_of([&] { value = algebra.evaluate(); }), 5.0);
+    EXPECT_EQ(value.string_get(false, 0),
+              repeated("x", million) + repeated("12.5", 50 * thousand));
+}
+
 TEST_F(long_input, a_failed_parse_of_many_terms_can_be_evaluated) {
     EXPECT_FALSE(algebra.parse("1" + repeated("+1", lots) + " 2"));
     EXPECT_EQ(program_outcome(), "(i) 100001");
@@ -116,6 +125,18 @@ TEST_F(long_input, numbers_names_and_strings_of_a_million_characters) {
     EXPECT_EQ(outcome("strlen('" + digits + "')"), "(i) 1000000");
     EXPECT_EQ(outcome(digits + ".5"), "(f) inf");
     EXPECT_EQ(outcome("0." + repeated("0", million) + "1"), "(f) 0");
+}
+
+TEST_F(long_input, an_exponent_outweighs_any_number_of_digits) {
+    const std::string zeros = "0." + repeated("0", million);
+    EXPECT_EQ(outcome(zeros + "1e1000041"), "(f) inf");
+    EXPECT_EQ(outcome(zeros + "1e1000001"), "(f) 1") << "a literal within the range";
+    EXPECT_EQ(outcome(zeros + "1e2000000"), "(f) inf");
+    EXPECT_EQ(outcome(zeros + "1e999900"), "(f) 0");
+    EXPECT_EQ(outcome("0." + repeated("0", million - 1) + "1e1000100"), "(f) inf");
+    EXPECT_EQ(outcome("1" + repeated("0", million) + ".0e-1000100"), "(f) 0");
+    EXPECT_EQ(outcome("1" + repeated("0", million) + ".0e-99999999999"), "(f) 0");
+    EXPECT_EQ(outcome(zeros + "1e99999999999"), "(f) inf");
 }
 
 TEST_F(long_input, many_macros_cost_no_more_than_the_text) {
