@@ -149,6 +149,20 @@ TEST_F(long_input, many_macros_cost_no_more_than_the_text) {
     EXPECT_EQ(decoded, text.replace(0, 2, "1"));
 }
 
+TEST_F(long_input, many_variables_in_the_order_of_their_names_cost_no_more_than_their_number) {
+    constexpr int first = lots; // names of one length
+    EXPECT_LT(seconds_of([&] {
+                  for (int i = 0; i < 50 * thousand; ++i) {
+                      algebra.assign("v" + std::to_string(first + i), i);
+                  }
+                  for (int i = 0; i < 50 * thousand; ++i) {
+                      algebra.get("v" + std::to_string(first + i));
+                  }
+              }),
+              10.0);
+    EXPECT_EQ(outcome("v149999"), "(i) 49999");
+}
+
 TEST_F(long_input, many_script_functions_are_found_and_called) {
     for (int i = 0; i < 10 * thousand; ++i) {
         algebra.macro_define("f" + std::to_string(i) + "(x)", "x+" + std::to_string(i));
