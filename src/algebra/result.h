@@ -68,7 +68,7 @@ public:
 
 private:
     friend struct ko::layout_t;
-    friend struct result_parts_t;
+    friend struct result_members_t;
 
     int int_value;
     float float_value;

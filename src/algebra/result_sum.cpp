@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "algebra/result_members.h"
 #include "algebra/result_text.h"
 
 namespace ko::alg {
@@ -32,12 +33,12 @@ result_t text_sum(const result_t& a, const result_t& b) {
 }
 
 void add_to(result_t& sum, const result_t& value) {
-    if (sum.is_string() && result_parts_t::type(value) <= result_t::type_string) {
+    if (sum.is_string() && result_members_t::type(value) <= result_t::type_string) {
         const result_text_t addition(value);
-        std::string& text = result_parts_t::text(sum);
+        std::string& text = result_members_t::text(sum);
         room_check(text, addition.view().size());
         text += addition.view();
-        result_parts_t::numbers_clear(sum);
+        result_members_t::set(sum, result_t::type_string, 0, 0);
     } else {
         sum = sum + value;
     }

@@ -1,26 +1,13 @@
 /// @file
-/// The text of a value without a copy of it, and the parts of a value for the rooms that compute.
+/// The text of a value without a copy of it.
 #pragma once
 
-#include <string>
+#include <cstddef>
 #include <string_view>
 
 #include "algebra/result.h"
 
 namespace ko::alg {
-
-/// The stored members of a value, whatever its type code says.
-struct result_parts_t {
-    static unsigned type(const result_t& value) { return value.type; }
-    static int int_value(const result_t& value) { return value.int_value; }
-    static float float_value(const result_t& value) { return value.float_value; }
-    static const std::string& text(const result_t& value) { return value.string_value; }
-    static std::string& text(result_t& value) { return value.string_value; }
-    static void numbers_clear(result_t& value) {
-        value.int_value = 0;
-        value.float_value = 0;
-    }
-};
 
 /// The text of a value: a string's own bytes, or the characters of a number, which it holds.
 /// Its view is valid as long as both the value and this object are.
