@@ -209,9 +209,9 @@ bool lexer_t::call_add(item_t& item, std::string_view text) {
             callee.scripts = table->scripts_get();
         }
     }
-    item.kind = item_e::call;
-    item.callee = static_cast<std::uint32_t>(syntax.callees.size());
     syntax.callees.push_back(std::move(callee));
+    item.callee = static_cast<std::uint32_t>(syntax.callees.size() - 1);
+    item.kind = item_e::call;
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "algebra/statement_reader.h"
+#include "exception/exception.h"
 #include "str/ascii.h"
 
 namespace ko::alg {
@@ -20,8 +21,8 @@ bool translator_t::translate(const lexer_settings_t& settings, program_t& progra
     bool is_good = false;
     try {
         is_good = parse(settings, syntax, error);
-    } catch (...) {
-        compile_first(program);
+    } catch (const exception_t&) {
+        compile_first(program); // what has been lexed before
         throw;
     }
     compile_first(program);

@@ -22,7 +22,7 @@ public:
     bool statement_get(const std::string& text, const macro_table_t* macros);
 
     /// Parses the statement and compiles what is first in it then, also after a failure and
-    /// after an exception.
+    /// after a `ko::exception_t`. Any other exception leaves the program half done.
     /// @param program gets the code; its names may hold some already
     /// @return false with the message in `error`
     bool translate(const lexer_settings_t& settings, program_t& program, std::string& error);
