@@ -30,17 +30,6 @@ private:
     const unsigned count;
 };
 
-/// A unit of its own for a program that another one has, too.
-unit_ptr_t program_share(unit_t* unit) {
-    if (unit == nullptr) {
-        return nullptr;
-    }
-    unit_ptr_t made(new unit_t);
-    made->program = unit->program;
-    made->is_shared = unit->is_shared = true;
-    return made;
-}
-
 } // namespace
 
 /// Copies first, so that a failure leaves this object as it was.
@@ -48,7 +37,7 @@ void algebra_t::imp_t::copy(const imp_t& other) {
     if (this == &other) {
         return;
     }
-    unit_ptr_t program_copy = program_share(other.program.get());
+    unit_ptr_t program_copy = unit_share(other.program.get());
     variables_t variables_copy = other.variables;
     resolver_t resolver_copy = other.resolver;
     output_t output_copy = other.output;

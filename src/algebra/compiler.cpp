@@ -175,7 +175,7 @@ void compiler_t::list(place_t place) {
     if (item.kind == item_e::foreign) {
         instruction_t instruction{opcode_e::foreign_list};
         instruction.a.place = target_add(item);
-        emit(instruction, 0, 0);
+        emit(instruction, 0, 1); // or more, which the machine makes room for
     } else if (item.kind != item_e::operation || item.operation != comma_id) {
         value(item);
     } else if (item.operands[0] == no_place) {

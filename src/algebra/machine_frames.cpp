@@ -287,8 +287,7 @@ void machine_t::evaluator_make(std::size_t bottom, std::size_t end) {
     state.nesting.depth_set(frames[end - 1].depth);
     state.parse_error = extra.parse_error;
     state.drawn = base.drawn;
-    state.program = unit_ptr_t(new unit_t);
-    state.program->program = called.unit->program;
+    state.program = unit_share(called.unit);
     source.variables.journal_split(state.variables, called.journal);
     for (std::size_t place = bottom; place < end; ++place) {
         frames[place].state = &state;

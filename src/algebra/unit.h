@@ -85,4 +85,15 @@ struct unit_drop_t {
 /// Owns a unit, which lives on while it runs.
 using unit_ptr_t = std::unique_ptr<unit_t, unit_drop_t>;
 
+/// A unit of its own, for another evaluator, with the program of `unit`, which may be null.
+inline unit_ptr_t unit_share(unit_t* unit) {
+    unit_ptr_t made;
+    if (unit != nullptr) {
+        made.reset(new unit_t);
+        made->program = unit->program;
+        made->is_shared = unit->is_shared = true;
+    }
+    return made;
+}
+
 } // namespace ko::alg
