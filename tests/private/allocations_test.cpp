@@ -1,9 +1,12 @@
 // The hook by which tests make allocations fail.
 #include "support/allocations.h"
 
+#include <gtest/gtest-spi.h>
+
 #include <cstdlib>
 #include <list>
 #include <new>
+#include <stdexcept>
 
 // Replaced for the whole program: an allocation can be made to fail.
 void* operator new(std::size_t size) {
@@ -45,6 +48,12 @@ TEST(allocations, fail_at_the_number_that_is_asked_for) {
     EXPECT_EQ(test::outcome(two, 1), "std::bad_alloc");
     EXPECT_EQ(test::outcome(two, 2), "not reached");
     EXPECT_EQ(test::fail_each("a list of two", two), 2);
+}
+
+TEST(allocations, are_no_longer_made_to_fail_after_another_exception) {
+    EXPECT_NONFATAL_FAILURE(
+        test::fail_each("another exception", [] { throw std::runtime_error("another"); }),
+        ": another");
 }
 
 } // namespace
