@@ -63,6 +63,11 @@ public:
     ko::alg::algebra_t algebra;
     std::map<std::string, ko::lxml::element_t*> defines;
     int flags = -1;
+    limits_t limits;
+    observer_t* observer = nullptr;
+    resolver_t resolver;
+    std::vector<place_t> trace;
+    std::vector<std::string> files;
 
     /// @name Levels of nesting in progress
     /// @{

@@ -1,5 +1,8 @@
 #include "xml_preprocessor/xml_preprocessor.h"
 
+#include <limits>
+#include <utility>
+
 #include "exception/exception.h"
 #include "xml_preprocessor/preprocessor_imp.h"
 
@@ -10,6 +13,24 @@ namespace ko::xpp {
 const std::string default_xpp_uri = "kobase.org/xmlns/xmlpreprocessor";
 const std::string default_xpr_uri = "kobase.org/xmlns/xmlpreprocessor/expressionevaluator";
 // NOLINTEND(cert-err58-cpp)
+
+namespace {
+
+/// Assigns an integer of any type: an integer where it fits, else the nearest float.
+template <class T>
+void assign_integer(alg::algebra_t& algebra, const std::string& name, T value) {
+    using int_t = std::numeric_limits<int>;
+    const bool above_least =
+        !std::numeric_limits<T>::is_signed || static_cast<long long>(value) >= int_t::min();
+    const bool fits = value <= static_cast<T>(int_t::max()) && above_least;
+    if (fits) {
+        algebra.assign(name, static_cast<int>(value));
+    } else {
+        algebra.assign(name, static_cast<float>(value));
+    }
+}
+
+} // namespace
 
 preprocessor_t::preprocessor_t(lxml::document_t& output, file_cache_t* cache)
     : imp(new imp_t(output, cache)) {}
@@ -31,6 +52,26 @@ void preprocessor_t::insert_argument(const std::string& name, double value) {
 
 void preprocessor_t::insert_argument(const std::string& name, int value) {
     imp->algebra.assign(name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, unsigned value) {
+    assign_integer(imp->algebra, name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, long value) {
+    assign_integer(imp->algebra, name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, unsigned long value) {
+    assign_integer(imp->algebra, name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, long long value) {
+    assign_integer(imp->algebra, name, value);
+}
+
+void preprocessor_t::insert_argument(const std::string& name, unsigned long long value) {
+    assign_integer(imp->algebra, name, value);
 }
 
 void preprocessor_t::insert_argument(const std::string& name, bool value) {
@@ -69,6 +110,34 @@ void preprocessor_t::register_plugin(const std::string& name, plugin_t* plugin) 
         throw exception_t("preprocessor_t::register_plugin() -- plug-in is null");
     }
     imp->plugin_add(name, plugin);
+}
+
+std::vector<place_t> preprocessor_t::trace_get() const {
+    return imp->trace;
+}
+
+std::vector<std::string> preprocessor_t::files_get() const {
+    return imp->files;
+}
+
+void preprocessor_t::observer_set(observer_t* observer) {
+    imp->observer = observer;
+}
+
+void preprocessor_t::resolver_set(resolver_t resolver) {
+    imp->resolver = std::move(resolver);
+}
+
+void preprocessor_t::limits_set(const limits_t& limits) {
+    imp->limits = limits;
+}
+
+limits_t preprocessor_t::limits_get() const {
+    return imp->limits;
+}
+
+alg::algebra_t& preprocessor_t::algebra_get() {
+    return imp->algebra;
 }
 
 } // namespace ko::xpp
