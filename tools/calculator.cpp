@@ -6,6 +6,7 @@
 #include <list>
 #include <utility>
 
+#include "definition.h"
 #include "diagnostic.h"
 #include "exception/exception.h"
 #include "expression_failure.h"
@@ -63,11 +64,13 @@ bool calculator_t::command(const std::string& word) {
     if (word == "help") {
         std::cout << help;
     } else if (word == "vars") {
+#ifdef ALG_NEW
         for (const std::string& name : algebra.variable_names()) {
             std::cout << name << " = " << algebra.get(name) << '\n';
         }
+#endif
     } else if (word == "functions") {
-        for (const std::string& name : algebra.function_names()) {
+        for (const std::string& name : function_names()) {
             std::cout << name << '\n';
         }
     } else {
@@ -79,8 +82,11 @@ bool calculator_t::command(const std::string& word) {
 }
 
 std::vector<std::string> calculator_t::names_starting(const std::string& start) const {
-    std::vector<std::string> names = algebra.variable_names();
-    const std::vector<std::string> functions = algebra.function_names();
+    std::vector<std::string> names;
+#ifdef ALG_NEW
+    names = algebra.variable_names();
+#endif
+    const std::vector<std::string> functions = function_names();
     names.insert(names.end(), functions.begin(), functions.end());
     names.insert(names.end(), commands.begin(), commands.end());
     for (const auto& entry : macros_of(algebra)) {

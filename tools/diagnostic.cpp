@@ -29,7 +29,8 @@ bool starts_character(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
 }
 
-std::string head(const ko::xpp::place_t& place) {
+/// "file:line:column" as far as it is known.
+std::string head(const ko::xpp::place_t& place, const std::string& program) {
     std::string text = place.file;
     if (place.line != 0) {
         text += ":" + std::to_string(place.line);
@@ -37,7 +38,7 @@ std::string head(const ko::xpp::place_t& place) {
             text += ":" + std::to_string(place.column);
         }
     }
-    return text.empty() ? "kobase-xpp" : text;
+    return text.empty() ? program : text;
 }
 
 } // namespace
@@ -100,11 +101,12 @@ std::string place_text(const ko::xpp::place_t& place) {
     return place.detail.empty() ? text : text + " " + place.detail;
 }
 
-void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list, bool colours) {
+void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,
+                       const std::string& program, bool colours) {
     const auto paint = [&](const char* code) { return colours ? code : ""; };
     for (const diagnostic_t& diagnostic : list) {
         const bool error = diagnostic.severity == severity_t::error;
-        out << paint("\033[1m") << head(diagnostic.place) << ": "
+        out << paint("\033[1m") << head(diagnostic.place, program) << ": "
             << paint(error ? "\033[31m" : "\033[35m") << (error ? "error: " : "warning: ")
             << paint("\033[0m") << diagnostic.message << diagnostic.hint << '\n';
         if (!diagnostic.expression.empty()) {
@@ -112,7 +114,7 @@ void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,
         }
         const char* word = "in";
         for (const ko::xpp::place_t& place : diagnostic.trace) {
-            out << "  " << word << ' ' << head(place) << ": " << place_text(place) << '\n';
+            out << "  " << word << ' ' << head(place, program) << ": " << place_text(place) << '\n';
             word = "from";
         }
     }

@@ -67,8 +67,10 @@ private:
 
 /// Writes diagnostics as lines `file:line:column: error: message`, the expression with a mark below
 /// the token, and the trace.
+/// @param program stands for the place of what has none
 /// @param colours whether the terminal shows escape sequences as colours
-void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list, bool colours);
+void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,
+                       const std::string& program, bool colours);
 /// Writes them as a JSON array.
 void diagnostics_print_json(std::ostream& out, const std::vector<diagnostic_t>& list);
 /// Writes them as a SARIF 2.1.0 log.

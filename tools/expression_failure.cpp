@@ -35,6 +35,18 @@ bool parses(ko::alg::algebra_t& algebra, const std::string& expression, failure_
     return false;
 }
 
+bool evaluates(ko::alg::algebra_t& algebra, const std::string& expression,
+               ko::alg::result_t& value, failure_t& failure) {
+    failure.statement = expression;
+    try {
+        value = algebra.evaluate(expression);
+        return true;
+    } catch (const ko::exception_t& e) {
+        failure.message = without_line_break(e.what());
+    }
+    return false;
+}
+
 failure_t failure_locate(const ko::alg::algebra_t&, const std::string& expression,
                          const std::string& message) {
     failure_t failure;

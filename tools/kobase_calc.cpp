@@ -94,10 +94,11 @@ bool variables_set(ko::alg::algebra_t& algebra, const options_t& options) {
     settings.definitions = options.definitions;
     tool::session_t session(settings, diagnostics);
     {
-        const tool::report_scope_t reports(std::cerr);
+        tool::report_filter_t filter(std::cerr);
+        const tool::report_scope_t reports(filter);
         session.run();
     }
-    tool::diagnostics_print(std::cerr, diagnostics.sorted(session.files_get()), false);
+    tool::diagnostics_print(std::cerr, diagnostics.sorted(session.files_get()), "kobase-calc", false);
     algebra.memory_copy(session.algebra_get());
     return !diagnostics.failed();
 }

@@ -41,7 +41,7 @@ void diagnostics_show(tool::diagnostics_t& diagnostics, const xpp_options_t& opt
     } else if (options.form == tool::diagnostic_form_t::sarif) {
         tool::diagnostics_print_sarif(std::cerr, list);
     } else {
-        tool::diagnostics_print(std::cerr, list, terminal_has_colours());
+        tool::diagnostics_print(std::cerr, list, "kobase-xpp", terminal_has_colours());
     }
 }
 
@@ -135,7 +135,8 @@ int document_run(const xpp_options_t& options, std::vector<std::string>& files) 
     }
     {
         const tool::time_limit_t limit(options.seconds_max);
-        const tool::report_scope_t reports(std::cerr);
+        tool::report_filter_t filter(std::cerr);
+        const tool::report_scope_t reports(filter);
         session.run();
     }
     files = session.files_get();

@@ -16,9 +16,4 @@ report_filter_t::int_type report_filter_t::overflow(int_type c) {
     return c;
 }
 
-int report_filter_t::sync() {
-    out.flush();
-    return 0;
-}
-
 } // namespace tool

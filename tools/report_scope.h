@@ -15,24 +15,21 @@ public:
 
 protected:
     int_type overflow(int_type c) override;
-    int sync() override;
 
 private:
     std::ostream& out;
     std::string line;
 };
 
-/// Sends the lines that the library writes to `std::cout` to another stream, as long as it lives.
+/// Sends what the library writes to `std::cout` to another buffer, as long as it lives.
 class report_scope_t {
 public:
-    explicit report_scope_t(std::ostream& reports)
-        : filter(reports), standard_output(std::cout.rdbuf(&filter)) {}
+    explicit report_scope_t(std::streambuf& buffer) : standard_output(std::cout.rdbuf(&buffer)) {}
     report_scope_t(const report_scope_t&) = delete;
     report_scope_t& operator=(const report_scope_t&) = delete;
     ~report_scope_t() { std::cout.rdbuf(standard_output); }
 
 private:
-    report_filter_t filter;
     std::streambuf* standard_output;
 };
 
