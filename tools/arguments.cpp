@@ -33,7 +33,10 @@ bool arguments_read(CLI::App& app, std::vector<std::string> words) {
         throw usage_error_t(e.what());
     }
     for (const std::string& word : app.remaining()) {
-        throw usage_error_t("unknown option " + word);
+        // The word after which no options come is among what remains.
+        if (word != "--") {
+            throw usage_error_t("unknown option " + word);
+        }
     }
     return true;
 }

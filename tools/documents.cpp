@@ -11,6 +11,18 @@ std::string standard_input_read() {
     return {std::istreambuf_iterator<char>(std::cin), {}};
 }
 
+/// What a message about a file says beside its name and the place in it.
+std::string reason(std::string message, const std::string& file) {
+    if (message.rfind(file + ": ", 0) == 0) {
+        message.erase(0, file.size() + 2);
+    }
+    const std::string end = ": xml parse error";
+    const std::size_t place = message.rfind(" line=");
+    const bool placed = message.size() > end.size() && place != std::string::npos &&
+                        message.compare(message.size() - end.size(), end.size(), end) == 0;
+    return placed ? message.substr(0, place) : message;
+}
+
 } // namespace
 
 std::string file_shown(const std::string& file) {
@@ -59,10 +71,11 @@ diagnostic_t load_diagnostic(const ko::exception_t& error, const std::string& fi
     diagnostic_t diagnostic;
     diagnostic.code = "xml";
     diagnostic.place.file = file_shown(file);
-    diagnostic.message = error.what();
+    diagnostic.message = reason(error.what(), file);
 #if __has_include("lxml/load_options.h")
     if (const auto* load = dynamic_cast<const ko::lxml::load_error_t*>(&error)) {
         diagnostic.place = place_shown({load->file, load->line, load->column, "", ""});
+        diagnostic.message = reason(error.what(), load->file);
     }
 #endif
     return diagnostic;
