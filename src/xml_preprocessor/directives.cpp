@@ -32,6 +32,10 @@ protected:
         site.run.pass_count();
         return true;
     }
+    /// A variable that there is and its value now.
+    std::string with_value(const std::string& name) const {
+        return name + " = " + variables().get(name).string_get(false, 0);
+    }
     alg::algebra_t& variables() const { return site.run.state.expressions.variables_get(); }
 };
 
@@ -56,9 +60,7 @@ public:
 
 protected:
     std::string detail() const override {
-        return variable.empty() || !variables().find(variable)
-                   ? condition
-                   : variable + " = " + variables().get(variable).string_get(false, 0);
+        return variables().find(variable) ? with_value(variable) : condition;
     }
 
 private:
@@ -242,7 +244,9 @@ public:
             return false;
         }
         statement = index + " = " + values.substr(position, comma - position);
+        assigned = false;
         site.run.state.expressions.evaluate_once(statement);
+        assigned = true;
         position = comma + 1;
         return pass();
     }
@@ -256,12 +260,15 @@ public:
     }
 
 protected:
-    std::string detail() const override { return statement; }
+    std::string detail() const override {
+        return assigned && variables().find(index) ? with_value(index) : statement;
+    }
 
 private:
     std::string index;
     std::string values;       // each piece followed by a comma
     std::string statement;    // of the pass
+    bool assigned = false;    // whether it was carried out
     std::size_t position = 0; // of the next piece
 };
 
