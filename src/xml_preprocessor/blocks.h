@@ -113,6 +113,8 @@ private:
     void step();
     void pass_begin();
     void fail() noexcept;
+    bool block_works() const;
+    place_t place_get() const override;
     std::vector<place_t> places_get() const override;
 
     run_t& run;

@@ -87,7 +87,7 @@ std::string run_t::value_of(const lxml::attribute_t& attribute, const string_tab
     if (!state.expressions.evaluate_safe(attribute.value, value, message)) {
         value = attribute.value;
         if (state.observer != nullptr) {
-            state.observer->expression_failed(trace_get().front(), value, message);
+            state.observer->expression_failed(places->place_get(), value, message);
         }
     }
     expression = {};

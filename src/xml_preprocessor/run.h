@@ -16,6 +16,8 @@ place_t place_of(const lxml::element_t& element);
 /// Tells where a run is.
 class places_t {
 public:
+    /// The innermost place of a run.
+    virtual place_t place_get() const = 0;
     /// The places of a run, the innermost first.
     virtual std::vector<place_t> places_get() const = 0;
 
