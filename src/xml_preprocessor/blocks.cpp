@@ -18,10 +18,6 @@ bool block_t::again() {
 
 void block_t::failed() noexcept {}
 
-bool block_t::traced() const {
-    return false;
-}
-
 place_t block_t::place() const {
     place_t result = place_of(site.element);
     result.detail = detail();
@@ -170,7 +166,7 @@ place_t block_stack_t::place_get() const {
     }
     if (const std::string* const text = run.expression.text) {
         const std::string& name = run.expression.atoms->text_get(run.expression.attribute);
-        place.detail = name + "=\"" + *text + "\"";
+        place.detail = attribute_shown(name, *text);
     }
     return place;
 }
@@ -182,8 +178,9 @@ std::vector<place_t> block_stack_t::places_get() const {
         if (frame->block == nullptr) {
             continue;
         }
-        if (!innermost && frame->block->traced()) {
-            result.push_back(frame->block->place());
+        place_t place = frame->block->place();
+        if (!innermost && !place.detail.empty()) {
+            result.push_back(std::move(place));
         }
         innermost = false;
     }
