@@ -1,5 +1,6 @@
 #include "xml_preprocessor/blocks.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "xml_preprocessor/attributes.h"
@@ -16,10 +17,6 @@ bool block_t::again() {
 }
 
 void block_t::failed() noexcept {}
-
-bool block_t::traced() const {
-    return false;
-}
 
 place_t block_t::place() const {
     place_t result = place_of(site.element);
@@ -150,29 +147,42 @@ void block_stack_t::fail() noexcept {
     }
 }
 
-std::vector<place_t> block_stack_t::places_get() const {
-    std::vector<place_t> result;
-    const auto expression_add = [&] {
-        if (run.expression.text != nullptr) {
-            result.back().detail = run.expression.atoms->text_get(run.expression.attribute) +
-                                   "=\"" + *run.expression.text + "\"";
-        }
-    };
+/// Whether the innermost block is at work itself, and not an element in it.
+bool block_stack_t::block_works() const {
     const block_t* const top = frames.empty() ? nullptr : frames.back().block.get();
-    const bool is_top =
-        run.current == nullptr || (top != nullptr && run.current == top->element_get());
-    if (!is_top) {
-        result.push_back(place_of(*run.current));
-        expression_add();
+    return run.current == nullptr || (top != nullptr && run.current == top->element_get());
+}
+
+place_t block_stack_t::place_get() const {
+    const auto is_block = [](const frame_t& frame) {
+        return frame.block != nullptr;
+    };
+    place_t place;
+    if (!block_works()) {
+        place = place_of(*run.current);
+    } else {
+        const auto block = std::find_if(frames.rbegin(), frames.rend(), is_block);
+        place = block != frames.rend() ? block->block->place() : place_t();
     }
+    if (const std::string* const text = run.expression.text) {
+        const std::string& name = run.expression.atoms->text_get(run.expression.attribute);
+        place.detail = attribute_shown(name, *text);
+    }
+    return place;
+}
+
+std::vector<place_t> block_stack_t::places_get() const {
+    std::vector<place_t> result{place_get()};
+    bool innermost = block_works();
     for (auto frame = frames.rbegin(); frame != frames.rend(); ++frame) {
-        const bool innermost = result.empty();
-        if (frame->block != nullptr && (innermost || frame->block->traced())) {
-            result.push_back(frame->block->place());
-            if (innermost) {
-                expression_add();
-            }
+        if (frame->block == nullptr) {
+            continue;
         }
+        place_t place = frame->block->place();
+        if (!innermost && !place.detail.empty()) {
+            result.push_back(std::move(place));
+        }
+        innermost = false;
     }
     return result;
 }

@@ -45,9 +45,7 @@ public:
     /// An exception leaves this block.
     virtual void failed() noexcept;
 
-    /// Whether a trace names it where it is not the innermost place.
-    virtual bool traced() const;
-    /// Its place, with what tells it from others of its kind.
+    /// Its place. A trace leaves out those without detail that are not the innermost.
     virtual place_t place() const;
 
     const lxml::element_t* element_get() const { return &site.element; }
@@ -113,6 +111,8 @@ private:
     void step();
     void pass_begin();
     void fail() noexcept;
+    bool block_works() const;
+    place_t place_get() const override;
     std::vector<place_t> places_get() const override;
 
     run_t& run;

@@ -1,12 +1,9 @@
 #include "xml_preprocessor/directives.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <string_view>
 
 #include "exception/diagnosis.h"
 #include "exception/exception.h"
-#include "str/str.h"
 #include "xml_preprocessor/attributes.h"
 #include "xml_preprocessor/nesting.h"
 
@@ -24,13 +21,16 @@ template <class B> block_ptr_t block_begin(const site_t& site) {
 class loop_t : public block_t {
 public:
     using block_t::block_t;
-    bool traced() const override { return true; }
 
 protected:
     /// Counts a pass.
     bool pass() const {
         site.run.pass_count();
         return true;
+    }
+    /// A variable that there is and its value now.
+    std::string with_value(const std::string& name) const {
+        return name + " = " + variables().get(name).string_get(false, 0);
     }
     alg::algebra_t& variables() const { return site.run.state.expressions.variables_get(); }
 };
@@ -44,7 +44,7 @@ public:
         const expression_t initialize = attribute_expression(names().initialize);
         condition = attribute_text(names().condition);
         update = attribute_text(names().update);
-        variable = variable_of(*initialize.text);
+        variable = assigned_name(*initialize.text);
         site.run.evaluate(initialize);
         return holds();
     }
@@ -56,30 +56,12 @@ public:
 
 protected:
     std::string detail() const override {
-        return variable.empty() || !variables().find(variable)
-                   ? condition
-                   : variable + " = " + variables().get(variable).string_get(false, 0);
+        return variables().find(variable) ? with_value(variable) : condition;
     }
 
 private:
     bool holds() const {
         return site.run.evaluate_bool(expression_of(names().condition, condition)) && pass();
-    }
-
-    /// The name that "name = ..." assigns to; empty for other expressions.
-    static std::string variable_of(const std::string& initialize) {
-        const std::size_t equals = initialize.find('=');
-        if (equals == std::string::npos || initialize.compare(equals, 2, "==") == 0) {
-            return {};
-        }
-        std::string name = initialize.substr(0, equals);
-        str::strip_leading_whitespace(name);
-        str::strip_trailing_whitespace(name);
-        const auto foreign = [](char c) {
-            return c != '_' && (c < '0' || c > '9') && (c < 'A' || c > 'Z') &&
-                   (c < 'a' || c > 'z');
-        };
-        return std::any_of(name.begin(), name.end(), foreign) ? std::string() : name;
     }
 
     std::string condition;
@@ -98,12 +80,8 @@ public:
         const expression_t final = attribute_expression(names().last);
         value = site.run.evaluate_int(first);
         last = site.run.evaluate_int(final);
-        if (value > last) {
-            return false;
-        }
-        variables().assign(index, value);
-        running = true;
-        return pass();
+        running = value <= last;
+        return running && assign();
     }
 
     bool again() override {
@@ -111,8 +89,7 @@ public:
             return false;
         }
         ++value;
-        variables().assign(index, value);
-        return pass();
+        return assign();
     }
 
 protected:
@@ -121,6 +98,11 @@ protected:
     }
 
 private:
+    bool assign() const {
+        variables().assign(index, value);
+        return pass();
+    }
+
     std::string index;
     int value = 0; // of the pass; counted apart from the variable, which the children may change
     int last = 0;
@@ -143,8 +125,8 @@ public:
     using block_t::block_t;
 
     bool start() override {
-        const std::string value =
-            site.run.evaluate_string(attribute_expression(names().condition));
+        const expression_t condition = attribute_expression(names().condition);
+        const std::string value = site.run.evaluate_string(condition);
         for (lxml::element_t* branch : site.element.children) {
             if (chosen(*branch, value)) {
                 body_set(*branch);
@@ -202,6 +184,7 @@ public:
 
     bool start() override {
         name = attribute_value(names().name);
+        is_named = true;
         const auto& defines = site.run.state.defines;
         const auto definition = defines.find(name);
         if (definition == defines.end()) {
@@ -214,13 +197,14 @@ public:
         return true;
     }
 
-    bool traced() const override { return true; }
-
 protected:
-    std::string detail() const override { return "name=\"" + name + "\""; }
+    std::string detail() const override {
+        return is_named ? attribute_shown("name", name) : std::string();
+    }
 
 private:
     std::string name;
+    bool is_named = false; // whether the name was read
     nesting_t level;
 };
 
@@ -242,26 +226,31 @@ public:
             return false;
         }
         statement = index + " = " + values.substr(position, comma - position);
+        assigned = false;
         site.run.state.expressions.evaluate_once(statement);
+        assigned = true;
         position = comma + 1;
         return pass();
     }
 
     /// Writes one line to standard output.
     void failed() noexcept override {
-        const lxml::attribute_t* tag =
-            attribute_find(site.element, site.element.atoms->find("namespace"));
-        diagnose("Caught exception in ", site.element.name_get(), " : ",
+        const lxml::element_t& e = site.element;
+        const lxml::attribute_t* tag = attribute_find(e, e.atoms->find("namespace"));
+        diagnose("Caught exception in ", e.name_get(), " : ",
                  tag != nullptr ? std::string_view(tag->value) : "none");
     }
 
 protected:
-    std::string detail() const override { return statement; }
+    std::string detail() const override {
+        return assigned && variables().find(index) ? with_value(index) : statement;
+    }
 
 private:
     std::string index;
     std::string values;       // each piece followed by a comma
     std::string statement;    // of the pass
+    bool assigned = false;    // whether it was carried out
     std::size_t position = 0; // of the next piece
 };
 
@@ -273,34 +262,30 @@ public:
     bool start() override {
         file = &attribute_text(names().file);
         level.check(site.run.limits.include, "include", *file);
-        const std::string& including = site.element.document->file_name;
-        const std::string directory = including.substr(0, including.rfind('/') + 1);
-        body_set(site.run.include({*file, directory, search_path_wanted()}, site.element));
+        body_set(site.run.include(*file, search_path_wanted(), site.element));
         site.run.text_drop(*body);
         return true;
     }
 
-    bool traced() const override { return true; }
-
 protected:
     std::string detail() const override {
-        return file == nullptr ? std::string() : "file=\"" + *file + "\"";
+        return file == nullptr ? std::string() : attribute_shown("file", *file);
     }
 
 private:
     bool search_path_wanted() const {
-        const lxml::attribute_t* wanted = attribute_find(site.element, names().searchpath);
-        return wanted != nullptr ? wanted->value == "true"
-                                 : site.run.state.includes.search_path_default;
+        const lxml::attribute_t* said = attribute_find(site.element, names().searchpath);
+        return said != nullptr ? said->value == "true"
+                               : site.run.state.includes.search_path_default;
     }
 
-    const std::string* file = nullptr; // of the directive
+    const std::string* file = nullptr;
     nesting_t level;
 };
 
 block_ptr_t include_begin(const site_t& site) {
-    const bool on = (site.run.flags & preprocessor_t::process_include) != 0;
-    return on ? block_begin<include_t>(site) : nullptr;
+    return (site.run.flags & preprocessor_t::process_include) != 0 ? block_begin<include_t>(site)
+                                                                   : nullptr;
 }
 
 /// "pragma": one pass under other flags. The destructor restores the flags.
@@ -337,7 +322,7 @@ public:
         // A copy, since the plug-in may free the directive.
         // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const std::string name = attribute_text(names().name);
-        remembered.detail = "name=\"" + name + "\"";
+        remembered.detail = attribute_shown("name", name);
         const auto& plugins = site.run.state.plugins;
         const auto plugin = plugins.find(name);
         if (plugin == plugins.end()) {
@@ -355,7 +340,6 @@ public:
         return true;
     }
 
-    bool traced() const override { return true; }
     place_t place() const override { return remembered; }
 
 private:
@@ -374,9 +358,8 @@ private:
     nesting_t level;
 };
 
-/// What a plug-in makes of the text of its directive is its own affair.
 block_ptr_t plugin_begin(const site_t& site) {
-    return std::make_unique<plugin_block_t>(site);
+    return std::make_unique<plugin_block_t>(site); // the text is the plug-in's
 }
 
 struct directive_t {

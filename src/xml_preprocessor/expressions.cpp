@@ -1,5 +1,7 @@
 #include "xml_preprocessor/expressions.h"
 
+#include <algorithm>
+
 #include "exception/diagnosis.h"
 #include "exception/exception.h"
 #include "str/str.h"
@@ -11,7 +13,22 @@ namespace {
 constexpr std::size_t programs_max = 1024;
 constexpr std::size_t bytes_max = 256 * 1024;
 
+bool is_part_of_name(char c) {
+    return c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
 } // namespace
+
+std::string assigned_name(const std::string& expression) {
+    const std::size_t equals = expression.find('=');
+    if (equals == std::string::npos || expression.compare(equals, 2, "==") == 0) {
+        return {};
+    }
+    std::string name = expression.substr(0, equals);
+    str::strip_leading_whitespace(name);
+    str::strip_trailing_whitespace(name);
+    return std::all_of(name.begin(), name.end(), is_part_of_name) ? name : std::string();
+}
 
 alg::result_t expressions_t::evaluate(const std::string& text) {
     alg::list_t own;

@@ -16,6 +16,9 @@
 
 namespace ko::xpp {
 
+/// The name that an expression of the form "name = ..." assigns to; empty for others.
+std::string assigned_name(const std::string& expression);
+
 /// Evaluates expressions with one evaluator.
 class expressions_t {
 public:

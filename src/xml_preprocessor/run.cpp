@@ -87,7 +87,7 @@ std::string run_t::value_of(const lxml::attribute_t& attribute, const string_tab
     if (!state.expressions.evaluate_safe(attribute.value, value, message)) {
         value = attribute.value;
         if (state.observer != nullptr) {
-            state.observer->expression_failed(trace_get().front(), value, message);
+            state.observer->expression_failed(places->place_get(), value, message);
         }
     }
     expression = {};
@@ -145,16 +145,17 @@ void run_t::text_drop(const lxml::element_t& element) {
     }
 }
 
-lxml::element_t& run_t::include(const include_request_t& request,
+lxml::element_t& run_t::include(const std::string& file, bool search,
                                 const lxml::element_t& directive) {
     const bool resolved = static_cast<bool>(state.resolver);
-    std::string path = resolved ? state.resolver(request.file, directive) : std::string();
-    const std::string& key = resolved ? path : request.file;
+    std::string path = resolved ? state.resolver(file, directive) : std::string();
+    const std::string& key = resolved ? path : file;
     if (lxml::element_t* const root = state.includes.cached(key)) {
         return *root;
     }
     if (!resolved) {
-        path = state.includes.find(request);
+        const std::string& including = directive.document->file_name;
+        path = state.includes.find({file, including.substr(0, including.rfind('/') + 1), search});
     }
     lxml::element_t* root = nullptr;
     if (!path.empty()) {
@@ -162,7 +163,7 @@ lxml::element_t& run_t::include(const include_request_t& request,
         root = state.includes.load(path, key, positions, atoms);
     }
     if (root == nullptr) {
-        throw exception_t("failed to load xml file:" + request.file);
+        throw exception_t("failed to load xml file:" + file);
     }
     return *root;
 }

@@ -16,6 +16,8 @@ place_t place_of(const lxml::element_t& element);
 /// Tells where a run is.
 class places_t {
 public:
+    /// The innermost place of a run.
+    virtual place_t place_get() const = 0;
     /// The places of a run, the innermost first.
     virtual std::vector<place_t> places_get() const = 0;
 
@@ -84,8 +86,11 @@ public:
     /// Tells of text other than white space in an element that is not copied.
     void text_drop(const lxml::element_t& element);
     /// The root element of a file.
+    /// @param file name as written
+    /// @param search whether the search path counts
     /// @throws ko::exception_t "failed to load xml file:" and the name; what reading reports
-    lxml::element_t& include(const include_request_t& request, const lxml::element_t& directive);
+    lxml::element_t& include(const std::string& file, bool search,
+                             const lxml::element_t& directive);
     /// @}
 
     preprocessor_t::imp_t& state;
