@@ -10,8 +10,8 @@ namespace {
 
 bool same_finding(const diagnostic_t& a, const diagnostic_t& b) {
     return a.place.line == b.place.line && a.place.column == b.place.column &&
-           a.code == b.code && a.expression == b.expression && a.place.file == b.place.file &&
-           (a.message == b.message || a.place.line != 0);
+           a.message == b.message && a.expression == b.expression &&
+           a.place.file == b.place.file;
 }
 
 void insert_once(std::vector<diagnostic_t>& all, diagnostic_t diagnostic) {

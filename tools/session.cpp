@@ -45,6 +45,14 @@ bool failed_expression(const ko::xpp::place_t& place, std::string& attribute,
     return known != nullptr && known->kind == attribute_kind_t::expression;
 }
 
+/// The kind of a failure that is not one of an expression, by its message.
+const char* failure_code(const std::string& message) {
+    if (message.rfind("failed to load xml file:", 0) == 0) {
+        return "file";
+    }
+    return message.find(" missing in element ") == std::string::npos ? "run" : "attribute";
+}
+
 bool same_place(const ko::xpp::place_t& a, const ko::xpp::place_t& b) {
     return a.file == b.file && a.line == b.line && a.column == b.column &&
            a.directive == b.directive;
@@ -147,7 +155,7 @@ void session_t::failed(const ko::exception_t& e) {
 #endif
     const ko::xpp::place_t place =
         trace.empty() ? ko::xpp::place_t{options.file, 0, 0, "", ""} : trace.front();
-    diagnostic_t diagnostic = diagnostic_at(place, "run");
+    diagnostic_t diagnostic = diagnostic_at(place, failure_code(e.what()));
     diagnostic.message = time_is_up() ? "the time limit was exceeded" : e.what();
     std::string attribute;
     std::string expression;

@@ -125,6 +125,10 @@ void survey_t::visit(const node_t& node, std::vector<node_t>& pending) {
         if (rule == nullptr || (!rule->parent.empty() && !in_a_switch)) {
             report(severity_t::error, "directive", element,
                    directive_unknown_message(element.name_get()));
+            // Whatever it was meant to be, it would have set this.
+            if (const ko::lxml::attribute_t* index = attribute_of(element, "index")) {
+                set.emplace(index->value, place_of(element));
+            }
         } else {
             directive(element, *rule);
         }
