@@ -11,7 +11,7 @@ namespace ko::xpp {
 namespace {
 
 constexpr std::size_t programs_max = 1024;
-constexpr std::size_t bytes_max = 256 * 1024;
+constexpr std::size_t bytes_max = 262144;
 
 bool is_part_of_name(char c) {
     return c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
