@@ -2,6 +2,7 @@
 /// A document: the owner of a tree of elements.
 #pragma once
 
+#include <iosfwd>
 #include <map>
 #include <set>
 #include <string>
@@ -10,6 +11,7 @@
 #include "export.h"
 #include "lxml/atom_table.h"
 #include "lxml/element.h"
+#include "lxml/write.h"
 
 namespace ko::lxml {
 
@@ -76,6 +78,22 @@ public:
     /// @param trim, pretty see `element_t::print`
     /// @throws ko::exception_t "error opening file %s" or "error writing file %s"
     void save(const std::string& file, bool trim, bool pretty);
+
+    /// Writes the tree so that loading it again gives the same tree: names, attributes, texts,
+    /// CDATA and the order of children; prefixes may become others.
+    ///
+    /// Writes UTF-8, and escapes whatever must be, CDATA and names of namespaces included. Each
+    /// prefix is declared on the root and stands for one namespace; attributes in a namespace
+    /// without a prefix get one, such as "ns1". A layout that `options` ask for changes white
+    /// space between elements and nothing else. The document, its atoms included, stays as it is.
+    /// @param os where to; its errors stay in its state
+    /// @throws ko::exception_t before anything is written: "document_t::write() -- document has
+    /// no
+    ///         root", or "document_t::write() -- %s '%s' cannot be written as XML" where a name
+    ///         or a character is none of XML, CDATA holds a carriage return, `load` cannot take
+    ///         a namespace name (it holds "|" or begins with a double quote), or an element holds
+    ///         itself
+    void write(std::ostream& os, const write_options_t& options = {}) const;
 
     /// @name Namespaces
     /// There is one binding a prefix and one a namespace in the whole document; the last one
