@@ -95,6 +95,19 @@ public:
     ///         itself
     void write(std::ostream& os, const write_options_t& options = {}) const;
 
+    /// Writes the tree as `write` does to a new file, brings it to the device and puts it in the
+    /// place of the old one in one step.
+    ///
+    /// Whatever happens, power cuts included, there is the old file or the new one, whole. The
+    /// new one has the mode of the old one, and its owner where that is allowed; a symbolic link
+    /// is followed. A process that is killed may leave files ".FILE." and eight random characters
+    /// beside it, which do not matter to later calls.
+    /// @throws ko::exception_t as `write`; "error opening file %s" where no file can be made in
+    ///         the folder, or the old one is no ordinary file or must not be written; "error
+    ///         writing file %s". The old file is in its place then and nothing beside it, unless
+    ///         flushing the folder fails on a file system without hard links
+    void save_atomically(const std::string& file, const write_options_t& options = {}) const;
+
     /// @name Namespaces
     /// There is one binding a prefix and one a namespace in the whole document; the last one
     /// wins. The functions add their arguments to the atom table; the texts that they return live

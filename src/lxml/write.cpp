@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "exception/exception.h"
+#include "lxml/file_replacement.h"
 #include "lxml/lxml.h"
 #include "lxml/prefixes.h"
 #include "lxml/sink.h"
@@ -347,6 +348,13 @@ void document_t::write(std::ostream& os, const write_options_t& options) const {
     }
     writer.put_tree();
     out.hand_over();
+}
+
+void document_t::save_atomically(const std::string& file, const write_options_t& options) const {
+    file_calls_t system;
+    file_replacement_t replacement(file, system);
+    write(replacement.stream(), options);
+    replacement.commit();
 }
 
 } // namespace ko::lxml
