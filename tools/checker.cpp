@@ -32,7 +32,7 @@ public:
             complete = false;
             return;
         }
-        survey.document_add(*documents.back().root);
+        survey.document_add(*documents.back().root, directive != nullptr);
     }
 
     void include(const ko::lxml::element_t& directive) {

@@ -109,7 +109,7 @@ void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,
         out << paint("\033[1m") << head(diagnostic.place, program) << ": "
             << paint(error ? "\033[31m" : "\033[35m") << (error ? "error: " : "warning: ")
             << paint("\033[0m") << diagnostic.message << diagnostic.hint << '\n';
-        if (!diagnostic.expression.empty()) {
+        if (diagnostic.expression.find_first_not_of(" \t\r\n") != std::string::npos) {
             out << marked_text(diagnostic.expression, diagnostic.mark);
         }
         const char* word = "in";

@@ -1,6 +1,7 @@
 #include "output.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -92,6 +93,8 @@ void write_in_place(const std::string& file, const std::string& text) {
 } // namespace
 
 void file_write(const std::string& file, const std::string& text) {
+    // A file that may not grow further is an error here, which removes what was written.
+    std::signal(SIGXFSZ, SIG_IGN);
     struct stat status {};
     const bool exists = stat(file.c_str(), &status) == 0;
     if (exists && !S_ISREG(status.st_mode)) {

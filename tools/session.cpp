@@ -237,11 +237,11 @@ std::vector<std::string> session_t::files_get() const {
 }
 
 void session_t::documents_survey() {
-    survey.document_add(*source.root);
+    survey.document_add(*source.root, false);
     for (const std::string& path : preprocessor.files_get()) {
         const ko::lxml::document_t* document = cache.get(path);
         if (document != nullptr && document->root != nullptr) {
-            survey.document_add(*document->root);
+            survey.document_add(*document->root, true);
         }
     }
 }

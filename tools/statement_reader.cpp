@@ -23,6 +23,7 @@ std::vector<statement_t> statement_reader_t::finish() {
     if (state == state_t::slash) {
         keep('/');
     } else if (is_in_comment()) {
+        line = comment_line;
         keep('/');
         keep('*');
     }
@@ -89,6 +90,7 @@ void statement_reader_t::slash(char c, std::vector<statement_t>& out) {
         state = state_t::line_comment;
     } else if (c == '*') {
         state = state_t::comment;
+        comment_line = line;
     } else {
         keep('/');
         if (c == '\n' && line_end == line_end_t::ends) {

@@ -56,6 +56,7 @@ private:
     state_t state = state_t::plain;
     char quote = 0;
     unsigned line = 1;
+    unsigned comment_line = 0; ///< where the open comment begins
     statement_t current{"", 0};
 };
 

@@ -107,7 +107,10 @@ std::string text_dropped_message(const std::string& name) {
     return "text in <" + name + "> is dropped";
 }
 
-void survey_t::document_add(const ko::lxml::element_t& root) {
+void survey_t::document_add(const ko::lxml::element_t& root, bool is_included) {
+    if (is_included && root.ns_get() != directive_ns() && has_text(root)) {
+        report(severity_t::error, "text", root, text_dropped_message(root.name_get()));
+    }
     std::vector<node_t> pending{{&root, nullptr}};
     while (!pending.empty()) {
         const node_t node = pending.back();

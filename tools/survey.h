@@ -38,8 +38,10 @@ public:
     /// @param out receives what is wrong; must outlive this object
     explicit survey_t(diagnostics_t& out) : diagnostics(out) {}
 
-    /// Looks at a document. @param root its top element
-    void document_add(const ko::lxml::element_t& root);
+    /// Looks at a document.
+    /// @param root its top element
+    /// @param is_included whether only the children of the top element go into the output
+    void document_add(const ko::lxml::element_t& root, bool is_included);
 
     /// @name What was found; names with the place where they were first met
     /// @{
