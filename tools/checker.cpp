@@ -4,6 +4,7 @@
 
 #include "documents.h"
 #include "exception/exception.h"
+#include "expression_words.h"
 
 namespace tool {
 
@@ -77,7 +78,14 @@ std::set<std::string> names_of(const std::vector<definition_t>& definitions) {
 }
 
 void definitions_check(const std::vector<definition_t>& definitions,
-                       const std::set<std::string>& mentioned, diagnostics_t& diagnostics) {
+                       std::set<std::string> mentioned, diagnostics_t& diagnostics) {
+    for (const definition_t& definition : definitions) {
+        if (definition.form == value_form_t::expression) {
+            for (const word_t& word : expression_words(definition.value)) {
+                mentioned.insert(word.name);
+            }
+        }
+    }
     for (const definition_t& definition : definitions) {
         if (mentioned.count(definition.name) == 0) {
             diagnostic_t diagnostic;

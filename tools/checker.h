@@ -12,10 +12,10 @@
 
 namespace tool {
 
-/// Reports definitions that no document reads.
+/// Reports definitions that neither a document nor another definition reads.
 /// @param mentioned all names that the expressions of the documents hold
 void definitions_check(const std::vector<definition_t>& definitions,
-                       const std::set<std::string>& mentioned, diagnostics_t& diagnostics);
+                       std::set<std::string> mentioned, diagnostics_t& diagnostics);
 
 /// The names of definitions.
 std::set<std::string> names_of(const std::vector<definition_t>& definitions);
