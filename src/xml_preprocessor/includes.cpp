@@ -18,8 +18,15 @@ int copy_texts(const lxml::atom_table_t& from, int id, lxml::atom_table_t& to) {
     return id;
 }
 
-void load_file(lxml::document_t& document, const std::string& path, bool /*positions*/) {
-    document.load(path);
+void load_file(lxml::document_t& document, const std::string& path, bool positions) {
+    if (positions) {
+        lxml::load_options_t options;
+        options.positions = true;
+        options.quiet = false;
+        document.load(path, options);
+    } else {
+        document.load(path);
+    }
 }
 
 } // namespace

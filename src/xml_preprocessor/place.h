@@ -13,7 +13,7 @@ namespace ko::xpp {
 struct place_t {
     std::string file;         ///< path that the document was loaded from; empty for none
     unsigned long line = 0;   ///< of the start tag, from 1; 0 where positions are not known
-    unsigned long column = 0; ///< of the start tag, as `document_t::position_get` gives it
+    unsigned long column = 0; ///< of the start tag, from 0, as `position_get` gives it
     /// Local name of the directive, or of the element whose attribute is computed.
     std::string directive;
     /// What tells this place from others of its kind. Where an expression is at fault, its

@@ -11,12 +11,17 @@ place_t place_of(const lxml::element_t& element) {
     place_t place;
     place.file = element.document->file_name;
     place.directive = element.name_get();
+    if (const lxml::position_t* const position = element.document->position_get(&element)) {
+        place.line = position->line;
+        place.column = position->column;
+    }
     return place;
 }
 
 run_t::run_t(preprocessor_t::imp_t& preprocessor, const lxml::element_t& source, int requested)
     : state(preprocessor), flags(requested), limits(preprocessor.limits), outer(preprocessor.run),
-      known(state.cache_keywords), atoms(*source.atoms), positions(false) {
+      known(state.cache_keywords), atoms(*source.atoms),
+      positions(source.document->position_get(&source) != nullptr) {
     if (known == nullptr) {
         known = std::make_shared<keywords_t>(source.atoms, state.namespaces);
     }

@@ -8,9 +8,9 @@ namespace {
 
 using ko::lxml::element_t;
 using ko::xpp::preprocessor_t;
-class resolver : public test::include_test_t {
+class include_resolver : public test::include_test_t {
 protected:
-    resolver() {
+    include_resolver() {
         preprocessor.resolver_set([this](const std::string& file, const element_t& directive) {
             asked += "[" + file + " " + directive.name_get() + "]";
             return file == "none" ? std::string() : dir.path("real-" + file);
@@ -20,41 +20,41 @@ protected:
     std::string asked;
 };
 
-TEST_F(resolver, gives_the_path_of_a_file) {
+TEST_F(include_resolver, gives_the_path_of_a_file) {
     write("real-a", "<a/>");
     EXPECT_EQ(run("<x:include file='a' searchpath='false'/>"), "<a />");
     EXPECT_EQ(asked, "[a include]");
     EXPECT_EQ(preprocessor.files_get(), std::vector<std::string>{dir.path("real-a")});
 }
 
-TEST_F(resolver, that_gives_no_path_is_a_file_that_is_not_found) {
+TEST_F(include_resolver, that_gives_no_path_is_a_file_that_is_not_found) {
     EXPECT_TRUE(fails("<x:include file='none'/>", "failed to load xml file:none"));
 }
 
-TEST_F(resolver, that_gives_a_path_where_nothing_is_fails_as_reading_does) {
+TEST_F(include_resolver, that_gives_a_path_where_nothing_is_fails_as_reading_does) {
     test::standard_output([&] { EXPECT_THROW(run("<x:include file='b'/>"), ko::errorcode_t); });
 }
 
-TEST_F(resolver, ends_the_process_by_what_it_throws) {
+TEST_F(include_resolver, ends_the_process_by_what_it_throws) {
     preprocessor.resolver_set(
         [](const std::string&, const element_t&) -> std::string { throw 5; });
     EXPECT_THROW(run("<x:include file='a'/>"), int);
 }
 
-TEST_F(resolver, is_not_asked_without_the_flag) {
+TEST_F(include_resolver, is_not_asked_without_the_flag) {
     flags = preprocessor_t::include_comments;
     EXPECT_EQ(run("<x:include file='a'/>"), "");
     EXPECT_EQ(asked, "");
 }
 
-TEST_F(resolver, that_is_empty_leaves_the_search_as_it_is) {
+TEST_F(include_resolver, that_is_empty_leaves_the_search_as_it_is) {
     preprocessor.resolver_set(nullptr);
     write("a", "<found/>");
     write("main", "<x:include file='a'/>");
     EXPECT_EQ(process_file("main"), "<r ><found /></r>");
 }
 
-TEST_F(resolver, tells_apart_in_a_cache_what_has_one_name_and_two_paths) {
+TEST_F(include_resolver, tells_apart_in_a_cache_what_has_one_name_and_two_paths) {
     ko::xpp::file_cache_t cache;
     preprocessor_t cached(output, &cache);
     int calls = 0;
@@ -70,7 +70,7 @@ TEST_F(resolver, tells_apart_in_a_cache_what_has_one_name_and_two_paths) {
     EXPECT_EQ(cached.files_get().size(), 2U);
 }
 
-class limits : public test::include_test_t {
+class preprocessor_limits : public test::include_test_t {
 protected:
     /// Sets one limit.
     template <class T> void limit(T ko::xpp::limits_t::*member, T value) {
@@ -85,7 +85,7 @@ protected:
     using limits_t = ko::xpp::limits_t;
 };
 
-TEST_F(limits, are_none_but_those_of_nesting_by_default) {
+TEST_F(preprocessor_limits, are_none_but_those_of_nesting_by_default) {
     const limits_t set = preprocessor.limits_get();
     EXPECT_EQ(set.elements, 0U);
     EXPECT_EQ(set.passes, 0U);
@@ -94,7 +94,7 @@ TEST_F(limits, are_none_but_those_of_nesting_by_default) {
     EXPECT_EQ(set.plugin, 200U);
 }
 
-TEST_F(limits, of_elements_let_as_many_be_made) {
+TEST_F(preprocessor_limits, of_elements_let_as_many_be_made) {
     limit(&limits_t::elements, std::size_t(4));
     EXPECT_EQ(run(loop(3)), "<a /><a /><a />");
     EXPECT_TRUE(fails(loop(4), "preprocessor_t::process() -- more than 4 elements made"));
@@ -102,7 +102,7 @@ TEST_F(limits, of_elements_let_as_many_be_made) {
     EXPECT_EQ(preprocessor.limits_get().elements, 4U);
 }
 
-TEST_F(limits, of_passes_count_those_of_all_loops) {
+TEST_F(preprocessor_limits, of_passes_count_those_of_all_loops) {
     limit(&limits_t::passes, std::size_t(5));
     const std::string rest = "<x:for initialize='i=0' condition='i&lt;2' "
                              "update='i=i+1'/><x:specify index='j' values='";
@@ -111,14 +111,14 @@ TEST_F(limits, of_passes_count_those_of_all_loops) {
                       "preprocessor_t::process() -- more than 5 passes of loops"));
 }
 
-TEST_F(limits, of_passes_end_a_loop_without_an_end) {
+TEST_F(preprocessor_limits, of_passes_end_a_loop_without_an_end) {
     limit(&limits_t::passes, std::size_t(1000));
     EXPECT_TRUE(fails("<x:for initialize='i=0' condition='1' update='i=i+1'/>",
                       "preprocessor_t::process() -- more than 1000 passes of loops"));
     EXPECT_EQ(run("<a e:i='i'/>"), "<a i=\"1000\" />");
 }
 
-TEST_F(limits, of_nesting_take_the_place_of_the_usual_ones) {
+TEST_F(preprocessor_limits, of_nesting_take_the_place_of_the_usual_ones) {
     write("a.xml", "<x:include file='a.xml'/>");
     limit(&limits_t::include, 3U);
     EXPECT_TRUE(file_fails("a.xml", "include nested more than 3 levels deep: a.xml"));
@@ -131,7 +131,7 @@ TEST_F(limits, of_nesting_take_the_place_of_the_usual_ones) {
     EXPECT_TRUE(fails("<x:plugin name='p'/>", "plugin nested more than 2 levels deep: p"));
 }
 
-TEST_F(limits, of_nesting_may_be_none) {
+TEST_F(preprocessor_limits, of_nesting_may_be_none) {
     limit(&limits_t::insert, 0U);
     EXPECT_EQ(run("<x:evaluate expression='i=0'/><x:define name='d'><x:if condition='i&lt;12000'>"
                   "<x:evaluate expression='i=i+1'/><x:insert name='d'/></x:if></x:define>"
@@ -139,16 +139,16 @@ TEST_F(limits, of_nesting_may_be_none) {
               "<a i=\"12000\" />");
 }
 
-class evaluator : public test::preprocessor_test_t {};
+class preprocessor_evaluator : public test::preprocessor_test_t {};
 
-TEST_F(evaluator, has_the_variables_that_a_configuration_set) {
+TEST_F(preprocessor_evaluator, has_the_variables_that_a_configuration_set) {
     run("<x:evaluate expression='v = 6'/>");
     EXPECT_EQ(preprocessor.algebra_get().get("v").int_get(), 6);
     preprocessor.algebra_get().assign("v", 7);
     EXPECT_EQ(run("<a e:v='v'/>"), "<a v=\"7\" />");
 }
 
-TEST_F(evaluator, takes_functions_and_macros) {
+TEST_F(preprocessor_evaluator, takes_functions_and_macros) {
     ko::alg::algebra_t& algebra = preprocessor.algebra_get();
     algebra.define("twice", [](ko::alg::algebra_t&, ko::alg::result_t v) { return v + v; });
     algebra.macro_define("half(x)", "x/2");
@@ -156,7 +156,7 @@ TEST_F(evaluator, takes_functions_and_macros) {
     EXPECT_EQ(run("<a e:a='twice(4)' e:b='half(LEVEL)'/>"), "<a a=\"8\" b=\"2\" />");
 }
 
-TEST_F(evaluator, counts_what_is_changed_between_two_processes) {
+TEST_F(preprocessor_evaluator, counts_what_is_changed_between_two_processes) {
     const std::string content = "<a e:v='rate(1)+LEVEL'/>";
     ko::alg::algebra_t& algebra = preprocessor.algebra_get();
     algebra.macro_define("rate(x)", "x");
@@ -175,7 +175,7 @@ TEST_F(evaluator, counts_what_is_changed_between_two_processes) {
         "Caught exception in expression : rate(1)+LEVEL\n");
 }
 
-TEST_F(evaluator, counts_what_a_plugin_changes_while_a_loop_runs) {
+TEST_F(preprocessor_evaluator, counts_what_a_plugin_changes_while_a_loop_runs) {
     class changing_t : public ko::xpp::plugin_t {
     public:
         explicit changing_t(preprocessor_t& by) : preprocessor(by) {}
@@ -194,7 +194,7 @@ TEST_F(evaluator, counts_what_a_plugin_changes_while_a_loop_runs) {
               "<a s=\"1\" /><a s=\"2\" /><a s=\"3\" />");
 }
 
-TEST_F(evaluator, counts_what_a_host_function_changes_while_a_loop_runs) {
+TEST_F(preprocessor_evaluator, counts_what_a_host_function_changes_while_a_loop_runs) {
     ko::alg::algebra_t& algebra = preprocessor.algebra_get();
     algebra.define("next", [](ko::alg::algebra_t& a) {
         const int count = a.find("count") ? a.get("count").int_get() + 1 : 1;
@@ -207,7 +207,7 @@ TEST_F(evaluator, counts_what_a_host_function_changes_while_a_loop_runs) {
         "<a a=\"1\" b=\"10\" /><a a=\"2\" b=\"20\" /><a a=\"3\" b=\"30\" />");
 }
 
-TEST_F(evaluator, evaluates_more_texts_than_are_kept) {
+TEST_F(preprocessor_evaluator, evaluates_more_texts_than_are_kept) {
     EXPECT_EQ(run("<x:evaluate expression='sum=0'/>"), "");
     std::string content;
     for (int i = 0; i < 3000; ++i) {

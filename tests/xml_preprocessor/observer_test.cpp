@@ -51,9 +51,9 @@ private:
     }
 };
 
-class observer : public test::include_test_t {
+class preprocessor_observer : public test::include_test_t {
 protected:
-    observer() { preprocessor.observer_set(&recorder); }
+    preprocessor_observer() { preprocessor.observer_set(&recorder); }
 
     /// What is told of a document.
     const std::vector<std::string>& told(const std::string& content) {
@@ -65,7 +65,7 @@ protected:
     recorder_t recorder;
 };
 
-TEST_F(observer, is_told_of_expressions_that_are_kept_as_they_are) {
+TEST_F(preprocessor_observer, is_told_of_expressions_that_are_kept_as_they_are) {
     EXPECT_THAT(told("<a e:k='1+' e:m='1' e:v='none' n='+'/>"),
                 ElementsAre("expression :a k=\"1+\" [1+] "
                             "binary_t::construct() -- expected right operand",
@@ -73,31 +73,31 @@ TEST_F(observer, is_told_of_expressions_that_are_kept_as_they_are) {
                             "label_t::evaluate() -- access to undefined term, 'none'"));
 }
 
-TEST_F(observer, is_told_of_a_blank_expression_by_a_message_of_its_own) {
+TEST_F(preprocessor_observer, is_told_of_a_blank_expression_by_a_message_of_its_own) {
     EXPECT_THAT(told("<a e:k='1+'/><a e:m=' '/>"),
                 ElementsAre("expression :a k=\"1+\" [1+] "
                             "binary_t::construct() -- expected right operand",
                             "expression :a m=\" \" [ ] expression is blank"));
 }
 
-TEST_F(observer, is_told_of_a_value_of_a_directive_that_is_kept) {
+TEST_F(preprocessor_observer, is_told_of_a_value_of_a_directive_that_is_kept) {
     EXPECT_THAT(told("<x:define name='d+'/><x:insert e:name='d+'/>"),
                 ElementsAre("expression :insert name=\"d+\" [d+] "
                             "binary_t::construct() -- expected right operand"));
 }
 
-TEST_F(observer, leaves_the_line_on_standard_output) {
+TEST_F(preprocessor_observer, leaves_the_line_on_standard_output) {
     EXPECT_EQ(test::standard_output([&] { run("<a e:k='none'/>"); }),
               "Caught exception in expression : none\n");
 }
 
-TEST_F(observer, is_told_of_directives_that_are_dropped) {
+TEST_F(preprocessor_observer, is_told_of_directives_that_are_dropped) {
     EXPECT_THAT(told("<x:repaet><x:if/></x:repaet><x:if condition='1'><x:case/></x:if>"
                      "<x:if condition='0'><x:defualt/></x:if>"),
                 ElementsAre("unknown :repaet [repaet]", "unknown :case [case]"));
 }
 
-TEST_F(observer, is_told_of_text_that_is_dropped) {
+TEST_F(preprocessor_observer, is_told_of_text_that_is_dropped) {
     EXPECT_THAT(
         told("<x:if condition='1'> t </x:if><x:if condition='0'><![CDATA[t]]></x:if>"
              "<x:define name='d'>t<a/></x:define><x:evaluate expression='1'>t</x:evaluate>"
@@ -107,25 +107,25 @@ TEST_F(observer, is_told_of_text_that_is_dropped) {
                     "text :default"));
 }
 
-TEST_F(observer, is_not_told_of_white_space_nor_of_text_that_is_copied) {
+TEST_F(preprocessor_observer, is_not_told_of_white_space_nor_of_text_that_is_copied) {
     EXPECT_THAT(told("t<a>t</a><x:if condition='1'> \n\t<a/> </x:if>"), IsEmpty());
 }
 
-TEST_F(observer, is_told_of_the_text_beside_what_an_include_brings_in) {
+TEST_F(preprocessor_observer, is_told_of_the_text_beside_what_an_include_brings_in) {
     dir.write("part.xml", "<part>lost<a/></part>");
     write("main.xml", "<x:include file='part.xml'/>");
     process_file("main.xml");
     EXPECT_THAT(recorder.lines, ElementsAre("file part.xml", "text part.xml:part"));
 }
 
-TEST_F(observer, is_told_of_each_element_with_its_texts_and_attributes) {
+TEST_F(preprocessor_observer, is_told_of_each_element_with_its_texts_and_attributes) {
     recorder.elements = true;
     EXPECT_THAT(told("<x:repeat index='i' first='1' last='2'><a e:n='i'>t<b/></a></x:repeat>"),
                 ElementsAre("element r <r />", "element a <a n=\"1\" >t</a>", "element b <b />",
                             "element a <a n=\"2\" >t</a>", "element b <b />"));
 }
 
-TEST_F(observer, can_ask_where_an_element_is_made) {
+TEST_F(preprocessor_observer, can_ask_where_an_element_is_made) {
     class asking_t : public ko::xpp::observer_t {
     public:
         void element_made(const element_t&, const element_t&) override {
@@ -143,7 +143,7 @@ TEST_F(observer, can_ask_where_an_element_is_made) {
     EXPECT_EQ(asking.answer, "b |repeat i = 2|");
 }
 
-TEST_F(observer, ends_the_process_by_what_it_throws) {
+TEST_F(preprocessor_observer, ends_the_process_by_what_it_throws) {
     dir.write("part.xml", "<r/>");
     recorder.elements = true;
     const std::pair<const char*, std::string> cases[] = {
@@ -166,12 +166,12 @@ TEST_F(observer, ends_the_process_by_what_it_throws) {
     }
 }
 
-TEST_F(observer, is_told_nothing_more_once_it_is_taken_off) {
+TEST_F(preprocessor_observer, is_told_nothing_more_once_it_is_taken_off) {
     preprocessor.observer_set(nullptr);
     EXPECT_THAT(told("<x:none/><a e:k='+'/><x:if condition='1'>t</x:if>"), IsEmpty());
 }
 
-TEST_F(observer, need_not_do_anything) {
+TEST_F(preprocessor_observer, need_not_do_anything) {
     ko::xpp::observer_t silent;
     preprocessor.observer_set(&silent);
     dir.write("part.xml", "<r/>");
@@ -180,7 +180,7 @@ TEST_F(observer, need_not_do_anything) {
               "<a k=\"+\" />");
 }
 
-class files : public test::include_test_t {
+class files_read : public test::include_test_t {
 protected:
     /// The files that the last `process` read, without their folder.
     std::vector<std::string> read() const {
@@ -192,7 +192,7 @@ protected:
     }
 };
 
-TEST_F(files, are_those_that_were_read_each_once_in_order) {
+TEST_F(files_read, are_those_that_were_read_each_once_in_order) {
     write("b.xml", "<x:include file='c.xml'/>");
     write("c.xml", "");
     write("a.xml", "<x:include file='b.xml'/><x:include file='c.xml'/><x:include file='b.xml'/>");
@@ -201,7 +201,7 @@ TEST_F(files, are_those_that_were_read_each_once_in_order) {
     EXPECT_EQ(preprocessor.files_get().front(), dir.path("b.xml"));
 }
 
-TEST_F(files, are_those_of_the_last_process_only) {
+TEST_F(files_read, are_those_of_the_last_process_only) {
     write("part.xml", "");
     write("main.xml", "<x:include file='part.xml'/>");
     process_file("main.xml");
@@ -209,7 +209,7 @@ TEST_F(files, are_those_of_the_last_process_only) {
     EXPECT_THAT(read(), IsEmpty());
 }
 
-TEST_F(files, include_the_one_that_failed_but_none_that_was_not_found) {
+TEST_F(files_read, include_the_one_that_failed_but_none_that_was_not_found) {
     dir.write("bad.xml", "<r>");
     write("main.xml", "<x:include file='bad.xml'/>");
     write("other.xml", "<x:include file='none.xml'/>");
@@ -219,7 +219,7 @@ TEST_F(files, include_the_one_that_failed_but_none_that_was_not_found) {
     EXPECT_THAT(read(), IsEmpty());
 }
 
-TEST_F(files, that_a_cache_kept_are_not_read) {
+TEST_F(files_read, that_a_cache_kept_are_not_read) {
     ko::xpp::file_cache_t cache;
     preprocessor_t cached(output, &cache);
     write("part.xml", "");

@@ -21,7 +21,7 @@ std::string shown(const std::vector<place_t>& places) {
     return result;
 }
 
-class trace : public test::include_test_t {
+class preprocessor_trace : public test::include_test_t {
 protected:
     /// The trace of a document that fails.
     std::string trace_of(const std::string& content) {
@@ -40,7 +40,7 @@ struct failure_t {
     const char* trace;
 };
 
-TEST_F(trace, begins_with_the_directive_and_the_expression_at_fault) {
+TEST_F(preprocessor_trace, begins_with_the_directive_and_the_expression_at_fault) {
     const failure_t failures[] = {
         {"<x:if condition='1 +'/>", ": if condition=\"1 +\""},
         {"<x:if/>", ": if"},
@@ -65,7 +65,7 @@ TEST_F(trace, begins_with_the_directive_and_the_expression_at_fault) {
     }
 }
 
-TEST_F(trace, names_the_loops_around_it_with_the_value_of_their_variable) {
+TEST_F(preprocessor_trace, names_the_loops_around_it_with_the_value_of_their_variable) {
     EXPECT_EQ(trace_of("<x:for initialize=' i = 3' condition='i&lt;9' update='i=i+2'>"
                        "<x:repeat index='n' first='1' last='2'>"
                        "<x:specify index='m' values='4,n+1'><a><x:if condition='1'>"
@@ -75,26 +75,26 @@ TEST_F(trace, names_the_loops_around_it_with_the_value_of_their_variable) {
               ": repeat n = 2 | : for i = 5");
 }
 
-TEST_F(trace, tells_the_pass_that_a_loop_is_in) {
+TEST_F(preprocessor_trace, tells_the_pass_that_a_loop_is_in) {
     EXPECT_EQ(trace_of("<x:repeat index='n' first='1' last='9'>"
                        "<x:if condition='n == 4'><x:insert name='d'/></x:if></x:repeat>"),
               ": insert name=\"d\" | : repeat n = 4");
 }
 
-TEST_F(trace, shows_the_condition_of_a_loop_whose_variable_cannot_be_told) {
+TEST_F(preprocessor_trace, shows_the_condition_of_a_loop_whose_variable_cannot_be_told) {
     EXPECT_EQ(trace_of("<x:for initialize='0' condition='1' update='0'><x:if/></x:for>"),
               ": if | : for 1");
     EXPECT_EQ(trace_of("<x:for initialize='2==2' condition='1' update='0'><x:if/></x:for>"),
               ": if | : for 1");
 }
 
-TEST_F(trace, of_a_loop_that_fails_after_a_pass_names_it_once) {
+TEST_F(preprocessor_trace, of_a_loop_that_fails_after_a_pass_names_it_once) {
     EXPECT_EQ(trace_of("<x:for initialize='i=0' condition='i&lt;1' update='v'><a/></x:for>"),
               ": for update=\"v\"");
     EXPECT_EQ(trace_of("<x:specify index='i' values='1,v'><a/></x:specify>"), ": specify i = v");
 }
 
-TEST_F(trace, goes_through_includes_insertions_and_files) {
+TEST_F(preprocessor_trace, goes_through_includes_insertions_and_files) {
     write("top.xml", "<x:include file='middle.xml'/><x:repeat index='n' first='7' last='7'>"
                      "<x:insert e:name='\"d\"'/></x:repeat>");
     write("middle.xml", "<x:define name='d'><x:include file='low.xml'/></x:define>");
@@ -104,7 +104,7 @@ TEST_F(trace, goes_through_includes_insertions_and_files) {
               "top.xml: insert name=\"d\" | top.xml: repeat n = 7");
 }
 
-TEST_F(trace, goes_through_plugins_even_one_that_freed_its_directive) {
+TEST_F(preprocessor_trace, goes_through_plugins_even_one_that_freed_its_directive) {
     class freeing_t : public test::generator_t {
     public:
         using test::generator_t::generator_t;
@@ -119,7 +119,7 @@ TEST_F(trace, goes_through_plugins_even_one_that_freed_its_directive) {
               ": insert name=\"none\" | : plugin name=\"p\"");
 }
 
-TEST_F(trace, is_that_of_any_exception_of_a_plugin) {
+TEST_F(preprocessor_trace, is_that_of_any_exception_of_a_plugin) {
     class throwing_t : public ko::xpp::plugin_t {
         element_t* generate(element_t*) override { throw 5; }
     };
@@ -148,38 +148,38 @@ private:
     bool swallows;
 };
 
-TEST_F(trace, of_a_process_inside_a_plugin_goes_on_with_what_is_around_the_plugin) {
+TEST_F(preprocessor_trace, of_a_process_inside_a_plugin_goes_on_with_what_is_around_the_plugin) {
     preprocessor.register_plugin("p", new nested_t(preprocessor, false));
     EXPECT_EQ(trace_of("<x:repeat index='i' first='2' last='3'><x:plugin name='p'>"
                        "<x:if condition='v'/></x:plugin></x:repeat>"),
               ": if condition=\"v\" | : plugin name=\"p\" | : repeat i = 2");
 }
 
-TEST_F(trace, of_a_process_whose_failure_a_plugin_handled_is_gone_after_success) {
+TEST_F(preprocessor_trace, of_a_process_whose_failure_a_plugin_handled_is_gone_after_success) {
     preprocessor.register_plugin("p", new nested_t(preprocessor, true));
     EXPECT_EQ(run("<x:plugin name='p'><x:if condition='v'/></x:plugin><a/>"), "<a />");
     EXPECT_EQ(shown(preprocessor.trace_get()), "");
 }
 
-TEST_F(trace, of_a_failure_after_one_that_a_plugin_handled_is_its_own) {
+TEST_F(preprocessor_trace, of_a_failure_after_one_that_a_plugin_handled_is_its_own) {
     preprocessor.register_plugin("p", new nested_t(preprocessor, true));
     EXPECT_EQ(trace_of("<x:plugin name='p'><x:if condition='v'/></x:plugin><x:if/>"), ": if");
 }
 
-TEST_F(trace, is_empty_before_the_first_process_and_after_a_success) {
+TEST_F(preprocessor_trace, is_empty_before_the_first_process_and_after_a_success) {
     EXPECT_EQ(shown(preprocessor.trace_get()), "");
     EXPECT_EQ(trace_of("<x:if/>"), ": if");
     EXPECT_EQ(run("<a/>"), "<a />");
     EXPECT_EQ(shown(preprocessor.trace_get()), "");
 }
 
-TEST_F(trace, stays_until_the_next_process) {
+TEST_F(preprocessor_trace, stays_until_the_next_process) {
     EXPECT_EQ(trace_of("<x:insert name='n'/>"), ": insert name=\"n\"");
     sources.clear();
     EXPECT_EQ(shown(preprocessor.trace_get()), ": insert name=\"n\"");
 }
 
-TEST_F(trace, of_the_top_element_is_that_element) {
+TEST_F(preprocessor_trace, of_the_top_element_is_that_element) {
     EXPECT_ANY_THROW(process("<x:if xmlns:x='" + ko::xpp::default_xpp_uri + "'/>"));
     EXPECT_EQ(shown(preprocessor.trace_get()), ": if");
 }
@@ -198,13 +198,73 @@ private:
     std::string& answer;
 };
 
-TEST_F(trace, in_a_plugin_is_where_the_plugin_is) {
+TEST_F(preprocessor_trace, in_a_plugin_is_where_the_plugin_is) {
     std::string answer;
     preprocessor.register_plugin("ask", new asking_t(preprocessor, answer));
     EXPECT_EQ(run("<x:define name='d'><a><x:plugin name='ask'/></a></x:define>"
                   "<x:repeat index='i' first='1' last='2'><x:insert name='d'/></x:repeat>"),
               "<a /><a />");
     EXPECT_EQ(answer, ": plugin name=\"ask\" | : insert name=\"d\" | : repeat i = 2");
+}
+
+/// Documents that were loaded with positions.
+class traced_positions : public preprocessor_trace {
+protected:
+    /// "FILE:LINE:COLUMN" of each place of a file that fails.
+    std::string places_of(const std::string& name) {
+        ko::lxml::load_options_t options;
+        options.positions = true;
+        sources.emplace_back();
+        sources.back().load(dir.path(name), options);
+        EXPECT_ANY_THROW(preprocessor.process(sources.back().root, flags));
+        std::string result;
+        for (const place_t& place : preprocessor.trace_get()) {
+            result += " " + place.file.substr(place.file.rfind('/') + 1) + ":" +
+                      std::to_string(place.line) + ":" + std::to_string(place.column);
+        }
+        return result;
+    }
+};
+
+TEST_F(traced_positions, of_a_source_are_those_of_its_start_tags) {
+    write("a.xml", "\n<x:repeat index='i' first='1' last='1'>\n  <b/><x:if/>\n</x:repeat>");
+    EXPECT_EQ(places_of("a.xml"), " a.xml:3:6 a.xml:2:0");
+}
+
+TEST_F(traced_positions, go_on_in_what_a_source_includes) {
+    write("a.xml", "\n\n <x:include file='b.xml'/>");
+    write("b.xml", "\n<c/><x:include file='c.xml'/>");
+    write("c.xml", "\n\n\n<x:insert name='n'/>");
+    EXPECT_EQ(places_of("a.xml"), " c.xml:4:0 b.xml:2:4 a.xml:3:1");
+}
+
+TEST_F(traced_positions, are_not_there_for_a_source_without_them) {
+    write("a.xml", "<x:include file='b.xml'/>");
+    write("b.xml", "<x:if/>");
+    EXPECT_ANY_THROW(process_file("a.xml"));
+    EXPECT_EQ(preprocessor.trace_get().front().line, 0U);
+}
+
+TEST_F(traced_positions, change_neither_the_line_nor_the_message_of_a_file_that_cannot_be_read) {
+    dir.write("bad.xml", "<r>\n<a></r>");
+    write("a.xml", "<x:include file='bad.xml'/>");
+    const auto outcome = [&](bool with_positions) {
+        ko::lxml::load_options_t options;
+        options.positions = with_positions;
+        ko::lxml::document_t document;
+        document.load(dir.path("a.xml"), options);
+        std::string message;
+        const std::string line = test::standard_output([&] {
+            try {
+                preprocessor.process(document.root, flags);
+            } catch (const ko::errorcode_t& e) {
+                message = std::to_string(e.code_get()) + e.what();
+            }
+        });
+        return line + message;
+    };
+    EXPECT_EQ(outcome(true), outcome(false));
+    EXPECT_NE(outcome(true).find("line=2"), std::string::npos);
 }
 
 } // namespace
