@@ -38,7 +38,8 @@ macros_t macros_of(const ko::alg::algebra_t& algebra) {
 
 } // namespace
 
-bool calculator_t::evaluate(const std::vector<statement_t>& statements, const std::string& place) {
+bool calculator_t::evaluate(const std::vector<statement_t>& statements,
+                            const std::string& place) {
     for (const statement_t& statement : statements) {
         ko::alg::result_t value;
         failure_t failure;
@@ -92,7 +93,9 @@ std::vector<std::string> calculator_t::names_starting(const std::string& start) 
     for (const auto& entry : macros_of(algebra)) {
         names.push_back(entry.first.substr(0, entry.first.find('(')));
     }
-    const auto other = [&](const std::string& name) { return name.rfind(start, 0) != 0; };
+    const auto other = [&](const std::string& name) {
+        return name.rfind(start, 0) != 0;
+    };
     names.erase(std::remove_if(names.begin(), names.end(), other), names.end());
     std::sort(names.begin(), names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());

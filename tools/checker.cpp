@@ -27,7 +27,8 @@ public:
             diagnostic_t diagnostic = load_diagnostic(e, file);
             if (directive != nullptr) {
                 diagnostic.trace.push_back(place_of(*directive));
-                diagnostic.trace.back().detail = "file=\"" + file + "\"";
+                const ko::lxml::attribute_t* name = attribute_of(*directive, "file");
+                diagnostic.trace.back().detail = "file=\"" + name->value + "\"";
             }
             diagnostics.fatal_add(std::move(diagnostic));
             complete = false;
@@ -90,9 +91,10 @@ void definitions_check(const std::vector<definition_t>& definitions,
         if (mentioned.count(definition.name) == 0) {
             diagnostic_t diagnostic;
             diagnostic.code = "unused";
-            diagnostic.message = "nothing reads the variable of the definition " +
-                                 definition.name + "=" + definition.value +
-                                 suggestion(definition.name, {mentioned.begin(), mentioned.end()});
+            diagnostic.message =
+                "nothing reads the variable of the definition " + definition.name + "=" +
+                definition.value +
+                suggestion(definition.name, {mentioned.begin(), mentioned.end()});
             diagnostics.add(std::move(diagnostic));
         }
     }
@@ -118,9 +120,8 @@ void documents_check(const std::vector<std::string>& documents, const include_se
             survey.unused_definitions_report(file_shown(document));
         }
         mentioned.insert(survey.names_mentioned().begin(), survey.names_mentioned().end());
-        diagnostics.hints_add([&](const std::string& expression) {
-            return survey.hint(expression, given);
-        });
+        diagnostics.hints_add(
+            [&](const std::string& expression) { return survey.hint(expression, given); });
     }
     if (complete) {
         definitions_check(definitions, mentioned, diagnostics);

@@ -20,8 +20,8 @@ void definitions_check(const std::vector<definition_t>& definitions,
 /// The names of definitions.
 std::set<std::string> names_of(const std::vector<definition_t>& definitions);
 
-/// Reports all that is wrong with documents, and with what they include, as far as that can be said
-/// without running them. Each is looked at by itself.
+/// Reports all that is wrong with documents, and with what they include, as far as that can be
+/// said without running them. Each is looked at by itself.
 /// @param files receives the paths of all documents that were read
 void documents_check(const std::vector<std::string>& documents, const include_search_t& search,
                      const std::vector<definition_t>& definitions, diagnostics_t& diagnostics,

@@ -43,7 +43,10 @@ const std::vector<std::string>& function_names() {
 #ifdef ALG_NEW
     static const std::vector<std::string> names = ko::alg::algebra_t().function_names();
 #else
-    static const std::vector<std::string> names{"abs", "assign", "ceil", "cos", "defined", "evaluate", "exists", "floor", "func_error", "func_output", "log", "log10", "max", "min", "pow", "quad", "return", "sin", "sqrt", "strlen", "tan"};
+    static const std::vector<std::string> names{
+        "abs",   "assign",     "ceil",        "cos", "defined", "evaluate", "exists",
+        "floor", "func_error", "func_output", "log", "log10",   "max",      "min",
+        "pow",   "quad",       "return",      "sin", "sqrt",    "strlen",   "tan"};
 #endif
     return names;
 }
@@ -54,7 +57,8 @@ bool is_function_name(const std::string& text) {
 
 bool is_variable_name(const std::string& text) {
     return !text.empty() && is_letter(text[0]) && !is_function_name(text) &&
-           std::all_of(text.begin(), text.end(), [](char c) { return is_letter(c) || is_digit(c); });
+           std::all_of(text.begin(), text.end(),
+                       [](char c) { return is_letter(c) || is_digit(c); });
 }
 
 definition_t definition_read(const std::string& text, value_form_t form) {

@@ -11,8 +11,8 @@ definition_options_t::definition_options_t(CLI::App& app)
                                      "set a variable: a number where it reads the same when "
                                      "printed, else a text")
                          ->type_name("NAME=VALUE")),
-      text_option(
-          list_option_add(app, "-S,--string", texts, "set a variable to a text")->type_name("NAME=TEXT")),
+      text_option(list_option_add(app, "-S,--string", texts, "set a variable to a text")
+                      ->type_name("NAME=TEXT")),
       expression_option(list_option_add(app, "-E,--evaluate", expressions,
                                         "set a variable to the value of an expression")
                             ->type_name("NAME=EXPRESSION")) {

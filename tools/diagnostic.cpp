@@ -10,12 +10,13 @@ namespace {
 
 bool same_finding(const diagnostic_t& a, const diagnostic_t& b) {
     return a.place.line == b.place.line && a.place.column == b.place.column &&
-           a.message == b.message && a.expression == b.expression &&
-           a.place.file == b.place.file;
+           a.message == b.message && a.expression == b.expression && a.place.file == b.place.file;
 }
 
 void insert_once(std::vector<diagnostic_t>& all, diagnostic_t diagnostic) {
-    const auto same = [&](const diagnostic_t& other) { return same_finding(diagnostic, other); };
+    const auto same = [&](const diagnostic_t& other) {
+        return same_finding(diagnostic, other);
+    };
     const auto found = std::find_if(all.begin(), all.end(), same);
     if (found == all.end()) {
         all.push_back(std::move(diagnostic));
@@ -86,7 +87,8 @@ const std::vector<diagnostic_t>& diagnostics_t::sorted(const std::vector<std::st
 
 std::string marked_text(const std::string& expression, std::size_t mark) {
     std::string line = expression;
-    std::replace_if(line.begin(), line.end(), [](unsigned char c) { return c < 0x20; }, ' ');
+    std::replace_if(
+        line.begin(), line.end(), [](unsigned char c) { return c < 0x20; }, ' ');
     std::string text = "    " + line + "\n";
     if (mark <= line.size()) {
         const auto end = line.begin() + static_cast<std::ptrdiff_t>(mark);
@@ -103,7 +105,9 @@ std::string place_text(const ko::xpp::place_t& place) {
 
 void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,
                        const std::string& program, bool colours) {
-    const auto paint = [&](const char* code) { return colours ? code : ""; };
+    const auto paint = [&](const char* code) {
+        return colours ? code : "";
+    };
     for (const diagnostic_t& diagnostic : list) {
         const bool error = diagnostic.severity == severity_t::error;
         out << paint("\033[1m") << head(diagnostic.place, program) << ": "
@@ -114,7 +118,8 @@ void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,
         }
         const char* word = "in";
         for (const ko::xpp::place_t& place : diagnostic.trace) {
-            out << "  " << word << ' ' << head(place, program) << ": " << place_text(place) << '\n';
+            out << "  " << word << ' ' << head(place, program) << ": " << place_text(place)
+                << '\n';
             word = "from";
         }
     }

@@ -65,8 +65,8 @@ private:
     std::vector<diagnostic_t> all;
 };
 
-/// Writes diagnostics as lines `file:line:column: error: message`, the expression with a mark below
-/// the token, and the trace.
+/// Writes diagnostics as lines `file:line:column: error: message`, the expression with a mark
+/// below the token, and the trace.
 /// @param program stands for the place of what has none
 /// @param colours whether the terminal shows escape sequences as colours
 void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,

@@ -68,9 +68,10 @@ json_t result_json(const diagnostic_t& diagnostic) {
     json_t result;
     result["ruleId"] = diagnostic.code;
     result["level"] = severity_word(diagnostic);
-    result["message"]["text"] = diagnostic.expression.empty()
-                                    ? diagnostic.message + diagnostic.hint
-                                    : diagnostic.message + diagnostic.hint + ": " + diagnostic.expression;
+    result["message"]["text"] =
+        diagnostic.expression.empty()
+            ? diagnostic.message + diagnostic.hint
+            : diagnostic.message + diagnostic.hint + ": " + diagnostic.expression;
     result["locations"] = json_t::array();
     if (!diagnostic.place.file.empty()) {
         result["locations"].push_back(location_json(diagnostic.place));

@@ -51,7 +51,8 @@ failure_t failure_locate(const ko::alg::algebra_t&, const std::string& expressio
                          const std::string& message) {
     failure_t failure;
     failure.statement = expression;
-    failure.message = is_blank(expression) ? "the expression is blank" : without_line_break(message);
+    failure.message =
+        is_blank(expression) ? "the expression is blank" : without_line_break(message);
     return failure;
 }
 

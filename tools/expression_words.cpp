@@ -59,7 +59,8 @@ std::vector<word_t> expression_words(const std::string& expression) {
                                  quote != 0 ? word_use_t::quoted : use_of(expression, end)});
             }
             i = end;
-        } else if (const std::size_t end = quote == 0 ? comment_end(expression, i) : i; end != i) {
+        } else if (const std::size_t end = quote == 0 ? comment_end(expression, i) : i;
+                   end != i) {
             i = end;
         } else {
             if (c == quote) {

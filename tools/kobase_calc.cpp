@@ -43,13 +43,15 @@ std::vector<std::string> words_of(int argc, char** argv) {
 
 /// @return false when help or the version was shown instead
 bool options_read(int argc, char** argv, options_t& options) {
-    CLI::App app("Evaluates expressions and shows the type and the value of each: (i) an integer,\n"
-                 "(f) a float, (s) a string. Variables keep their values from one to the next.\n"
-                 "Without an expression or a file the lines of standard input are evaluated; at a\n"
-                 "terminal there is a prompt, \"help\" helps and control-D ends.");
+    CLI::App app(
+        "Evaluates expressions and shows the type and the value of each: (i) an integer,\n"
+        "(f) a float, (s) a string. Variables keep their values from one to the next.\n"
+        "Without an expression or a file the lines of standard input are evaluated; at a\n"
+        "terminal there is a prompt, \"help\" helps and control-D ends.");
     tool::arguments_prepare(app, "kobase-calc");
-    app.footer("Exit status: 0 success, 1 an expression or a file is at fault, 2 the command line "
-               "is.");
+    app.footer(
+        "Exit status: 0 success, 1 an expression or a file is at fault, 2 the command line "
+        "is.");
     app.add_option("EXPRESSION", options.expressions, "what to evaluate; a ; stands between two");
     tool::list_option_add(app, "-f,--file", options.files,
                           "evaluate the lines of FILE first; - is standard input")
@@ -98,7 +100,8 @@ bool variables_set(ko::alg::algebra_t& algebra, const options_t& options) {
         const tool::report_scope_t reports(filter);
         session.run();
     }
-    tool::diagnostics_print(std::cerr, diagnostics.sorted(session.files_get()), "kobase-calc", false);
+    tool::diagnostics_print(std::cerr, diagnostics.sorted(session.files_get()), "kobase-calc",
+                            false);
     algebra.memory_copy(session.algebra_get());
     return !diagnostics.failed();
 }
@@ -190,8 +193,8 @@ int run(int argc, char** argv) {
     }
     tool::calculator_t calculator;
     macros_define(calculator.algebra_get(), options.macros);
-    const bool good = variables_set(calculator.algebra_get(), options) &&
-                      evaluate(calculator, options);
+    const bool good =
+        variables_set(calculator.algebra_get(), options) && evaluate(calculator, options);
     return good ? tool::status_ok : tool::status_failed;
 }
 

@@ -102,7 +102,9 @@ void results_write(tool::session_t& session, const tool::source_map_t& map,
     }
     const std::string text = document_text(session, options);
     if (!options.map_file.empty()) {
-        tool::text_write(options.map_file, session.output_get().root == nullptr ? "[]\n" : map.text(*session.output_get().root));
+        tool::text_write(options.map_file, session.output_get().root == nullptr
+                                               ? "[]\n"
+                                               : map.text(*session.output_get().root));
     }
     if (options.depend_too) {
         tool::file_write(options.depend_file, rule_text(session, options));
@@ -165,8 +167,7 @@ int once(const xpp_options_t& options, std::vector<std::string>& files) {
 }
 
 /// Whether one of the files was written since `start`.
-bool changed_since(const std::vector<std::string>& files,
-                   std::filesystem::file_time_type start) {
+bool changed_since(const std::vector<std::string>& files, std::filesystem::file_time_type start) {
     return std::any_of(files.begin(), files.end(), [&](const std::string& file) {
         std::error_code error;
         const auto time = std::filesystem::last_write_time(file, error);

@@ -6,8 +6,8 @@
 
 namespace tool {
 
-/// Writes a file as a whole: to a new file beside it, which then takes its place. A failure leaves
-/// what was there. What is no regular file, such as a device, is written as it is.
+/// Writes a file as a whole: to a new file beside it, which then takes its place. A failure
+/// leaves what was there. What is no regular file, such as a device, is written as it is.
 /// @throws ko::exception_t "error opening file %s" or "error writing file %s"
 void file_write(const std::string& file, const std::string& text);
 

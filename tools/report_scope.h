@@ -8,7 +8,8 @@
 
 namespace tool {
 
-/// Passes lines on to a stream, but those by which the library reports what a diagnostic says too.
+/// Passes lines on to a stream, but those by which the library reports what a diagnostic says
+/// too.
 class report_filter_t : public std::streambuf {
 public:
     explicit report_filter_t(std::ostream& reports) : out(reports) {}

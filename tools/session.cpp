@@ -1,5 +1,7 @@
 #include "session.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "checker.h"
@@ -144,11 +146,12 @@ bool session_t::process() {
 }
 
 void session_t::failed(const ko::exception_t& e) {
-    std::vector<ko::xpp::place_t> trace = preprocessor.trace_get();
+    const std::vector<ko::xpp::place_t> trace = preprocessor.trace_get();
 #if __has_include("lxml/load_options.h")
     if (dynamic_cast<const ko::lxml::load_error_t*>(&e) != nullptr) {
         diagnostic_t diagnostic = load_diagnostic(e, options.file);
-        diagnostic.trace = std::move(trace);
+        std::transform(trace.begin(), trace.end(), std::back_inserter(diagnostic.trace),
+                       place_shown);
         diagnostics.fatal_add(std::move(diagnostic));
         return;
     }

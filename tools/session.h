@@ -22,12 +22,12 @@ namespace tool {
 
 /// What a run works on.
 struct session_options_t {
-    std::string file;                      ///< the document; "-" is standard input
-    std::vector<std::string> directories;  ///< where included files are looked for first
-    std::vector<definition_t> definitions; ///< variables, set in this order
-    bool includes = true;                  ///< whether "include" directives are carried out
-    std::size_t elements_max = 0;          ///< elements made; 0 for no limit
-    std::size_t passes_max = 0;            ///< passes of loops; 0 for no limit
+    std::string file;                        ///< the document; "-" is standard input
+    std::vector<std::string> directories;    ///< where included files are looked for first
+    std::vector<definition_t> definitions;   ///< variables, set in this order
+    bool includes = true;                    ///< whether "include" directives are carried out
+    std::size_t elements_max = 0;            ///< elements made; 0 for no limit
+    std::size_t passes_max = 0;              ///< passes of loops; 0 for no limit
     const std::atomic<bool>* stop = nullptr; ///< ends the run when it becomes true
 };
 
@@ -39,9 +39,9 @@ struct session_options_t {
 class session_t : private ko::xpp::observer_t {
 public:
     /// Is told of every element that is made, with the places around it, innermost first.
-    using made_t = std::function<void(const ko::lxml::element_t& source,
-                                      const ko::lxml::element_t& output,
-                                      const std::vector<ko::xpp::place_t>& trace)>;
+    using made_t =
+        std::function<void(const ko::lxml::element_t& source, const ko::lxml::element_t& output,
+                           const std::vector<ko::xpp::place_t>& trace)>;
 
     /// @param out receives what is wrong; must outlive this object
     session_t(session_options_t settings, diagnostics_t& out);

@@ -20,7 +20,8 @@ struct node_t {
 };
 
 bool is_loop(const ko::xpp::place_t& place) {
-    return place.directive == "for" || place.directive == "repeat" || place.directive == "specify";
+    return place.directive == "for" || place.directive == "repeat" ||
+           place.directive == "specify";
 }
 
 json_t place_json(const ko::xpp::place_t& place) {

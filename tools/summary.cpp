@@ -39,7 +39,8 @@ std::string variables_text(session_t& session) {
 #else
     for (const auto& [name, place] : session.survey_get().names_set()) {
         static_cast<void>(place);
-        if (!algebra.find(name)) continue;
+        if (!algebra.find(name))
+            continue;
 #endif
         out << name << " = " << algebra.get(name) << '\n';
     }

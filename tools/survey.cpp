@@ -178,8 +178,7 @@ void survey_t::directive_attributes(const ko::lxml::element_t& element,
     for (const ko::lxml::attribute_t* given : element.attributes) {
         const std::string& ns = given->ns_get();
         const bool ours = ns.empty() || ns == directive_ns() || ns == expression_ns();
-        if (ours && rule.name != "plugin" &&
-            attribute_find(rule, given->name_get()) == nullptr) {
+        if (ours && rule.name != "plugin" && attribute_find(rule, given->name_get()) == nullptr) {
             report(severity_t::warning, "attribute", element,
                    "attribute " + given->name_get() + " of " + tag(element) + " is not known" +
                        suggestion(given->name_get(), attribute_names(rule)));
@@ -244,8 +243,10 @@ void survey_t::copied(const ko::lxml::element_t& element) {
     namespace_check(element, element.ns_get());
     if (element.ns_get() == expression_ns() && directive_find(element.name_get()) != nullptr) {
         report(severity_t::error, "namespace", element,
-               tag(element) + " is in the namespace of expressions and is copied; directives are "
-                              "in " + directive_ns());
+               tag(element) +
+                   " is in the namespace of expressions and is copied; directives are "
+                   "in " +
+                   directive_ns());
     }
     for (const ko::lxml::attribute_t* attribute : element.attributes) {
         if (attribute->ns_get() == expression_ns()) {

@@ -21,8 +21,8 @@ terminal_lines_t::complete_t& completer() {
     return function;
 }
 
-/// Gives the next name that begins with `text`, from the first when `state` is 0; the caller frees
-/// it.
+/// Gives the next name that begins with `text`, from the first when `state` is 0; the caller
+/// frees it.
 char* next_name(const char* text, int state) {
     static std::vector<std::string> names;
     static std::size_t next = 0;

@@ -34,8 +34,8 @@ const directive_rule_t* directive_find(const std::string& name);
 /// The attribute of that name, or null.
 const attribute_rule_t* attribute_find(const directive_rule_t& rule, const std::string& name);
 
-/// "; did you mean "repeat"?" with the candidate that is nearest to a misspelt word; the empty text
-/// when none is near.
+/// "; did you mean "repeat"?" with the candidate that is nearest to a misspelt word; the empty
+/// text when none is near.
 std::string suggestion(const std::string& word, const std::vector<std::string>& candidates);
 
 /// How many characters must be added, left out, replaced or swapped with their neighbour to make

@@ -9,8 +9,8 @@ namespace tool {
 
 /// Watches files, whatever way they are written: in place, or by a new file under their names.
 ///
-/// It watches their folders from its construction on, so that no change is lost between a run that
-/// reads them and the call that waits.
+/// It watches their folders from its construction on, so that no change is lost between a run
+/// that reads them and the call that waits.
 class watch_t {
 public:
     /// @throws ko::exception_t when the system cannot watch

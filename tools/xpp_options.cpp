@@ -54,7 +54,8 @@ void output_options(CLI::App& app, xpp_options_t& options, flags_t& flags) {
                    "library: as the library prints; standard: as other programs read it")
         ->check(CLI::IsMember({"library", "standard"}))
         ->type_name("FORM");
-    app.add_option("--indent", options.indent, "indent by N blanks; with --output-format=standard")
+    app.add_option("--indent", options.indent,
+                   "indent by N blanks; with --output-format=standard")
         ->check(CLI::Range(0, 100))
         ->type_name("N");
     app.add_flag("--trim", options.trim,
@@ -68,8 +69,7 @@ void output_options(CLI::App& app, xpp_options_t& options, flags_t& flags) {
 
 void diagnostic_options(CLI::App& app, xpp_options_t& options, flags_t& flags) {
     app.add_flag("--check", flags.check, "look at the documents without running them");
-    app.add_flag("--lenient", options.lenient,
-                 "make warnings of errors that do not end the run");
+    app.add_flag("--lenient", options.lenient, "make warnings of errors that do not end the run");
     app.add_flag("--no-warnings", options.quiet, "show errors only");
     app.add_option("--diagnostics", flags.diagnostics, "text, json or sarif")
         ->check(CLI::IsMember({"text", "json", "sarif"}))
@@ -100,7 +100,8 @@ void build_options(CLI::App& app, xpp_options_t& options, flags_t& flags) {
 void limit_options(CLI::App& app, xpp_options_t& options) {
     app.add_option("--max-elements", options.elements_max, "end with an error after N elements")
         ->type_name("N");
-    app.add_option("--max-passes", options.passes_max, "end with an error after N passes of loops")
+    app.add_option("--max-passes", options.passes_max,
+                   "end with an error after N passes of loops")
         ->type_name("N");
     app.add_option("--time-limit", options.seconds_max, "end with an error after SECONDS")
         ->check(CLI::Range(0.0, 1e6))
@@ -127,8 +128,8 @@ bool is_stream(const std::string& file) {
 /// Fills in where the rule for make goes and what it is about.
 void depend_complete(xpp_options_t& options) {
     const bool wanted = options.depend_too || options.mode == xpp_mode_t::depend;
-    const bool other = !options.depend_file.empty() || !options.depend_target.empty() ||
-                       options.depend_phony;
+    const bool other =
+        !options.depend_file.empty() || !options.depend_target.empty() || options.depend_phony;
     if (other && !wanted) {
         throw usage_error_t("-MF, -MT and -MP go with -M or -MD");
     }
