@@ -56,7 +56,7 @@ std::vector<word_t> expression_words(const std::string& expression) {
             const std::size_t end = word_end(expression, i, quote == 0 && is_digit(c));
             if (!is_digit(c)) {
                 words.push_back({expression.substr(i, end - i),
-                                 quote != 0 ? word_use_t::quoted : use_of(expression, end)});
+                                 quote != 0 ? word_use_t::quoted : use_of(expression, end), i});
             }
             i = end;
         } else if (const std::size_t end = quote == 0 ? comment_end(expression, i) : i;

@@ -19,6 +19,7 @@ enum class word_use_t {
 struct word_t {
     std::string name;
     word_use_t use;
+    std::size_t offset; ///< of its first byte in the expression
 };
 
 /// The names of an expression, in order. It need not parse.
