@@ -53,6 +53,6 @@ if [ "$name" = kobase-xpp ]; then
     expect sarif --diagnostics = s
     expect '--max-elements --max-passes' --max
     cd "$source/examples"
-    expect 'amplifier_rack.out.xml amplifier_rack.xml amplifier_rack_service.out.xml' ampl
+    expect amplifier_rack_service.out.xml amplifier_rack_
 fi
 exit $status
