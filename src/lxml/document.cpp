@@ -2,10 +2,7 @@
 
 #include <memory>
 
-#include "exception/diagnosis.h"
 #include "exception/exception.h"
-#include "lxml/ownership.h"
-#include "lxml/sax.h"
 
 namespace ko::lxml {
 
@@ -27,8 +24,8 @@ const std::string& bound_text(const std::map<int, int>& bindings, int id,
 
 } // namespace
 
-void require_owned(const document_t& document, const element_t* e) {
-    if (document.elements.count(const_cast<element_t*>(e)) == 0) {
+void document_t::require_owned(const element_t* e) const {
+    if (elements.count(const_cast<element_t*>(e)) == 0) {
         throw exception_t(std::string("element_free() -- given element not in document"));
     }
 }
@@ -51,55 +48,59 @@ document_t::~document_t() {
 
 element_t* document_t::element_create(const std::string& name, const std::string& ns) {
     const int name_id = atoms->get(name);
-    const int ns_id = atoms->get(ns);
+    return element_make(name_id, atoms->get(ns));
+}
+
+element_t* document_t::element_make(int name_id, int ns_id) {
     std::unique_ptr<element_t> e(new element_t(this, name_id, ns_id));
     elements.insert(e.get());
     return e.release();
 }
 
 void document_t::element_free(element_t* e) {
-    require_owned(*this, e);
+    require_owned(e);
     if (e == root) {
         root = nullptr;
     }
     elements.erase(e);
+    if (positions != nullptr) {
+        positions->erase(e);
+    }
     delete e;
 }
 
-void document_t::element_remove(element_t* e) {
-    require_owned(*this, e);
-    if (root != nullptr) {
-        root->child_remove(e);
+void document_t::tree_free(element_t* e) noexcept {
+    // Each child hands its children over before it goes, so that nothing is allocated.
+    while (!e->children.empty()) {
+        element_t* const child = e->children.front();
+        e->children.splice(e->children.end(), child->children);
+        e->children.pop_front();
+        element_free(child);
     }
     element_free(e);
 }
 
-bool document_t::load(const std::string& file) {
-    file_name = file;
-    try {
-        root = load_raw(file);
-    } catch (...) {
-        diagnose("Caught exception in ", file);
-        throw;
+const position_t* document_t::position_get(const element_t* e) const {
+    if (positions == nullptr) {
+        return nullptr;
     }
-    return true;
+    const auto found = positions->find(e);
+    return found == positions->end() ? nullptr : &found->second;
 }
 
-element_t* document_t::load_raw(const std::string& file) {
-    sax_t reader(*this);
-    reader.parse(file);
-    return reader.root_get();
+void document_t::position_set(const element_t* e, const position_t& position) {
+    if (positions == nullptr) {
+        positions = std::make_unique<positions_t>();
+    }
+    positions->insert_or_assign(e, position);
 }
 
-bool document_t::load_from_string(const std::string& text) {
-    root = load_from_string_raw(text);
-    return true;
-}
-
-element_t* document_t::load_from_string_raw(const std::string& text) {
-    sax_t reader(*this);
-    reader.parse_buffer(text);
-    return reader.root_get();
+void document_t::element_remove(element_t* e) {
+    require_owned(e);
+    if (root != nullptr) {
+        root->child_remove(e);
+    }
+    element_free(e);
 }
 
 void document_t::add_ns_prefix(const std::string& prefix, const std::string& uri) {

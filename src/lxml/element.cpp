@@ -78,6 +78,18 @@ void element_t::attribute_set_ns(const std::string& name_text, const std::string
     attribute.release();
 }
 
+void element_t::attributes_fill(std::vector<attribute_text_t>& list) {
+    for (const attribute_text_t& item : list) {
+        if (attribute_t* const known = attribute_get(item.name, item.ns)) {
+            known->value = item.value;
+            continue;
+        }
+        auto attribute = std::make_unique<attribute_t>(atoms, item.name, item.ns, item.value);
+        attributes.insert(attribute.get());
+        attribute.release();
+    }
+}
+
 void element_t::attribute_set(const std::string& name_text, const std::string& value) {
     attribute_set_ns(name_text, str_empty, value);
 }

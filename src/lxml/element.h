@@ -6,6 +6,7 @@
 #include <list>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "export.h"
 #include "lxml/attribute.h"
@@ -14,6 +15,7 @@
 namespace ko::lxml {
 
 class document_t;
+struct attribute_text_t;
 
 /// An element: a name, attributes, children and text.
 ///
@@ -110,6 +112,11 @@ public:
 
 private:
     friend class document_t;
+    friend class sax_t;
+
+    /// Adds attributes to an element without any. Of two with one name the later one counts.
+    /// @param list is put into order
+    KO_LOCAL void attributes_fill(std::vector<attribute_text_t>& list);
 
     element_t(document_t* owner, int name_id, int ns_id);
 };

@@ -6,7 +6,6 @@
 
 #include "lxml/document.h"
 #include "lxml/element.h"
-#include "lxml/ownership.h"
 
 namespace ko::lxml {
 
@@ -85,7 +84,7 @@ void element_t::child_remove(const element_t* e) {
         }
         element_t* const child = *level.next;
         if (freed || child == e) {
-            require_owned(*document, child);
+            document->require_owned(child);
         }
         if (child != e) {
             ++level.next;

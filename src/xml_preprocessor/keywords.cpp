@@ -7,13 +7,6 @@ keywords_t::keywords_t(lxml::atom_table_t* atoms, const namespaces_t& names)
     fill();
 }
 
-const string_table_t& keywords_t::get() {
-    if (changes != namespaces.changes) {
-        fill();
-    }
-    return strings;
-}
-
 void keywords_t::fill() {
     strings.init(table, namespaces.xpp, namespaces.xpr);
     changes = namespaces.changes;

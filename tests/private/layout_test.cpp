@@ -109,9 +109,10 @@ constexpr bool layout_t::tokens() {
 constexpr bool layout_t::sax() {
     using xml::expat_parser_t;
     return lie({offsetof(expat_parser_t, parser), offsetof(expat_parser_t, file_name),
-                offsetof(expat_parser_t, error_code), offsetof(expat_parser_t, error_message)},
-               {4, 8, 32, 36}) &&
-           takes<expat_parser_t>(60) && takes<expat_parser_t::attribute_map_t>(24);
+                offsetof(expat_parser_t, error_code), offsetof(expat_parser_t, error_message),
+                offsetof(expat_parser_t, refusal)},
+               {4, 8, 32, 36, 60}) &&
+           takes<expat_parser_t>(84) && takes<expat_parser_t::attribute_map_t>(12);
 }
 
 constexpr bool layout_t::nodes() {
@@ -138,9 +139,10 @@ constexpr bool layout_t::documents() {
            lie({offsetof(document_t, uri_to_prefix), offsetof(document_t, prefix_to_uri),
                 offsetof(document_t, file_name), offsetof(document_t, stylesheet),
                 offsetof(document_t, elements), offsetof(document_t, root),
-                offsetof(document_t, atoms), offsetof(document_t, own_atoms)},
-               {0, 24, 48, 72, 96, 120, 124, 128}) &&
-           takes<document_t>(196) && lie({offsetof(conditional_endl_t, on)}, {0}) &&
+                offsetof(document_t, atoms), offsetof(document_t, own_atoms),
+                offsetof(document_t, positions)},
+               {0, 24, 48, 72, 96, 120, 124, 128, 196}) &&
+           takes<document_t>(200) && lie({offsetof(conditional_endl_t, on)}, {0}) &&
            takes<conditional_endl_t>(1);
 }
 
