@@ -131,6 +131,7 @@ public:
 private:
     friend struct ko::layout_t;
     friend class element_t;
+    friend struct by_atoms_t;
     friend class sax_t;
 
     class KO_LOCAL load_guard_t;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "lxml/by_atoms.h"
 #include "xml_preprocessor/attributes.h"
 
 namespace ko::xpp {
@@ -85,13 +86,18 @@ void block_stack_t::enter(lxml::element_t& source, lxml::element_t& out, keyword
 void block_stack_t::copy(lxml::element_t& source, lxml::element_t& out, keywords_t& keywords,
                          keywords_ptr_t& kept) {
     run.element_count();
+    lxml::document_t& document = run.state.document;
+    lxml::atom_table_t& atoms = *document.atoms;
+    const int name = keywords.output_atom(source.name, atoms);
     lxml::element_t* const made =
-        run.state.document.element_create(source.name_get(), source.ns_get());
+        lxml::by_atoms_t::element_create(document, name, keywords.output_atom(source.ns, atoms));
     out.append(made);
     made->text = source.text;
     made->cdata = source.cdata;
     for (const lxml::attribute_t* attribute : source.attributes) {
-        made->attribute_set(attribute->name_get(), run.value_of(*attribute, keywords.get()));
+        std::string value = run.value_of(*attribute, keywords.get());
+        lxml::by_atoms_t::attribute_set(*made, keywords.output_atom(attribute->name, atoms), 0,
+                                        std::move(value));
     }
     if (run.state.observer != nullptr) {
         run.state.observer->element_made(source, *made);
