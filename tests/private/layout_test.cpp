@@ -163,8 +163,17 @@ constexpr bool layout_t::preprocessor() {
     using xpp::file_cache_t;
     using t = xpp::string_table_t;
     return lie({offsetof(file_cache_t, documents), offsetof(file_cache_t, atoms)}, {0, 24}) &&
-           takes<file_cache_t>(92) && takes<xpp::plugin_t>(4) &&
-           takes<del_second_map_t<std::string, xpp::plugin_t*>>(24) &&
+           takes<file_cache_t>(92) && takes<xpp::plugin_t>(4) && takes<xpp::observer_t>(4) &&
+           lie({offsetof(xpp::place_t, file), offsetof(xpp::place_t, line),
+                offsetof(xpp::place_t, column), offsetof(xpp::place_t, directive),
+                offsetof(xpp::place_t, detail)},
+               {0, 24, 28, 32, 56}) &&
+           takes<xpp::place_t>(80) &&
+           lie({offsetof(xpp::limits_t, elements), offsetof(xpp::limits_t, passes),
+                offsetof(xpp::limits_t, include), offsetof(xpp::limits_t, insert),
+                offsetof(xpp::limits_t, plugin)},
+               {0, 4, 8, 12, 16}) &&
+           takes<xpp::limits_t>(20) && takes<del_second_map_t<std::string, xpp::plugin_t*>>(24) &&
            lie({offsetof(xpp::preprocessor_t, imp)}, {0}) && takes<xpp::preprocessor_t>(4) &&
            lie({offsetof(t, xpp_ns),     offsetof(t, xpr_ns),     offsetof(t, condition),
                 offsetof(t, case_),      offsetof(t, default_),   offsetof(t, define),
