@@ -1,5 +1,5 @@
 /// @file
-/// Sets of characters, indexed by a character's unsigned value.
+/// Sets of characters.
 #pragma once
 
 #include <array>
@@ -25,7 +25,6 @@ private:
 /// Characters of names, and of the words that macros replace.
 constexpr character_table_t
     label_legals("0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_");
-constexpr character_table_t string_quotes("'\"");
 constexpr character_table_t decimal_legals("0123456789");
 constexpr character_table_t hex_legals("0123456789abcdefABCDEF");
 constexpr character_table_t octal_legals("01234567");
