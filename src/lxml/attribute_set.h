@@ -161,6 +161,7 @@ public:
 
 private:
     friend class element_t;
+    friend struct by_atoms_t;
 
     /// @param in_element whether the set is a member of an element
     explicit attribute_set_t(bool in_element)

@@ -2,9 +2,8 @@
 /// Making nodes by atoms of their document's table, for who has translated the names already.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <utility>
+#include <cstddef>
+#include <string_view>
 
 #include "lxml/document.h"
 
@@ -17,16 +16,14 @@ struct by_atoms_t {
         return document.element_make(name, ns);
     }
 
+    /// Makes room for so many attributes in all.
+    static void attributes_reserve(element_t& element, std::size_t number) {
+        element.attributes.reserve(number);
+    }
+
     /// Sets the value of an attribute, which is made when missing.
-    static void attribute_set(element_t& element, int name, int ns, std::string&& value) {
-        if (attribute_t* const known = element.attribute_get(name, ns)) {
-            known->value = std::move(value);
-            return;
-        }
-        auto attribute = std::make_unique<attribute_t>(element.atoms, name, ns, str_empty);
-        attribute->value = std::move(value);
-        element.attributes.insert(attribute.get());
-        static_cast<void>(attribute.release());
+    static void attribute_set(element_t& element, int name, int ns, std::string_view value) {
+        element.attribute_put({ns, name}, value);
     }
 };
 

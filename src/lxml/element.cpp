@@ -141,7 +141,10 @@ attribute_t* element_t::attribute_find(const std::string& name_text, const std::
 void element_t::attribute_set_ns(const std::string& name_text, const std::string& ns_text,
                                  const std::string& value) {
     const int name_id = atoms->get(name_text);
-    const attribute_key_t key = {atoms->get(ns_text), name_id};
+    attribute_put({atoms->get(ns_text), name_id}, value);
+}
+
+void element_t::attribute_put(const attribute_key_t& key, std::string_view value) {
     const auto at = attributes.lower_bound(key);
     if (at != attributes.end() && (*at)->ns == key.ns && (*at)->name == key.name) {
         (*at)->value = value;

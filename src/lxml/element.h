@@ -5,6 +5,7 @@
 #include <iosfwd>
 #include <list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "export.h"
@@ -157,6 +158,7 @@ protected:
 private:
     friend class document_t;
     friend class sax_t;
+    friend struct by_atoms_t;
 
     /// The memory is the document's.
     static void operator delete(void* place) noexcept;
@@ -165,6 +167,8 @@ private:
     KO_LOCAL element_t* clone_one(document_t& target, bool whole, atom_map_t& names,
                                   std::vector<attribute_text_t>& list) const;
     KO_LOCAL element_t* clone_tree(document_t& target, bool deep, bool whole) const;
+    /// Sets the value of an attribute, which is made when missing.
+    KO_LOCAL void attribute_put(const attribute_key_t& key, std::string_view value);
     /// Adds attributes to an element without any. Of two with one name the later one counts.
     /// @param list is put into order
     KO_LOCAL void attributes_fill(std::vector<attribute_text_t>& list);
