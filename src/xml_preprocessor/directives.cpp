@@ -19,18 +19,18 @@ template <class B> block_ptr_t block_begin(const site_t& site) {
 
 /// A loop: a trace names it with the value of its variable.
 class loop_t : public block_t {
-public:
+protected:
     using block_t::block_t;
 
-protected:
     /// Counts a pass.
     bool pass() const {
         site.run.pass_count();
         return true;
     }
-    /// A variable that there is and its value now.
-    std::string with_value(const std::string& name) const {
-        return name + " = " + variables().get(name).string_get(false, 0);
+    /// A variable with its value now, where there is one of that name.
+    std::string value_shown(const std::string& name, const std::string& otherwise) const {
+        return variables().find(name) ? name + " = " + variables().get(name).string_get(false, 0)
+                                      : otherwise;
     }
     alg::algebra_t& variables() const { return site.run.state.expressions.variables_get(); }
 };
@@ -55,9 +55,7 @@ public:
     }
 
 protected:
-    std::string detail() const override {
-        return variables().find(variable) ? with_value(variable) : condition;
-    }
+    std::string detail() const override { return value_shown(variable, condition); }
 
 private:
     bool holds() const {
@@ -225,9 +223,9 @@ public:
         if (comma == std::string::npos) {
             return false;
         }
-        statement = index + " = " + values.substr(position, comma - position);
+        piece.assign(values, position, comma - position);
         assigned = false;
-        site.run.state.expressions.evaluate_once(statement);
+        site.run.state.expressions.assign(index, piece);
         assigned = true;
         position = comma + 1;
         return pass();
@@ -243,14 +241,15 @@ public:
 
 protected:
     std::string detail() const override {
-        return assigned && variables().find(index) ? with_value(index) : statement;
+        const std::string statement = values.empty() ? "" : index + " = " + piece;
+        return assigned ? value_shown(index, statement) : statement;
     }
 
 private:
     std::string index;
     std::string values;       // each piece followed by a comma
-    std::string statement;    // of the pass
-    bool assigned = false;    // whether it was carried out
+    std::string piece;        // of the pass
+    bool assigned = false;    // whether the variable has it
     std::size_t position = 0; // of the next piece
 };
 

@@ -1,6 +1,7 @@
 #include "xml_preprocessor/expressions.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "exception/diagnosis.h"
 #include "exception/exception.h"
@@ -17,6 +18,22 @@ bool is_part_of_name(char c) {
     return c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
+/// Whether a text is made of parts of a name only.
+bool is_name(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), is_part_of_name);
+}
+
+/// Reads a decimal integer of up to nine digits, which is no other kind of literal.
+bool integer_read(const std::string& text, int& value) {
+    const char* const begin = text.data() + std::min(text.find_first_not_of(' '), text.size());
+    const char* const end = text.data() + text.size();
+    const auto size = end - begin;
+    if (size == 0 || size > 9 || (*begin == '0' && size > 1) || *begin == '-') {
+        return false;
+    }
+    return std::from_chars(begin, end, value).ptr == end;
+}
+
 } // namespace
 
 std::string assigned_name(const std::string& expression) {
@@ -27,7 +44,7 @@ std::string assigned_name(const std::string& expression) {
     std::string name = expression.substr(0, equals);
     str::strip_leading_whitespace(name);
     str::strip_trailing_whitespace(name);
-    return std::all_of(name.begin(), name.end(), is_part_of_name) ? name : std::string();
+    return is_name(name) ? name : std::string();
 }
 
 alg::result_t expressions_t::evaluate(const std::string& text) {
@@ -58,6 +75,19 @@ bool expressions_t::evaluate_safe(const std::string& text, std::string& value,
     }
     value = result.string_get(false, 0);
     return true;
+}
+
+void expressions_t::assign(const std::string& name, const std::string& piece) {
+    int value = 0;
+    const bool is_integer = !shared && integer_read(piece, value);
+    if (is_integer && name == variable) {
+        algebra.assign(name, value);
+        return;
+    }
+    algebra.evaluate(name + " = " + piece);
+    if (is_integer && is_name(name)) {
+        variable = name;
+    }
 }
 
 alg::algebra_t& expressions_t::algebra_get() {

@@ -26,9 +26,9 @@ public:
     /// @throws ko::exception_t what the evaluator reports
     alg::result_t evaluate(const std::string& text);
 
-    /// Evaluates an expression that will not come again.
+    /// Evaluates "name = piece", which is not kept: a piece seldom comes again.
     /// @throws ko::exception_t what the evaluator reports
-    alg::result_t evaluate_once(const std::string& text) { return algebra.evaluate(text); }
+    void assign(const std::string& name, const std::string& piece);
 
     /// Evaluates an expression as `algebra_t::evaluate_safe` does, line of diagnosis included.
     /// @param value receives the text of the value
@@ -48,6 +48,7 @@ private:
     alg::algebra_t algebra;
     std::unordered_map<std::string, alg::list_t> programs;
     std::size_t kept_bytes = 0; ///< length of all texts in `programs`
+    std::string variable;       ///< a name that numbers can be assigned to
     bool shared = false;        ///< whether a host may change the evaluator
 };
 

@@ -82,10 +82,7 @@ std::string run_t::evaluate_string(const expression_t& wanted) {
     return evaluate(wanted).string_get(false, 0);
 }
 
-std::string run_t::value_of(const lxml::attribute_t& attribute, const string_table_t& names) {
-    if (attribute.ns != names.xpr_ns) {
-        return attribute.value;
-    }
+std::string run_t::value_of(const lxml::attribute_t& attribute) {
     expression = {attribute.atoms, attribute.name, &attribute.value};
     std::string value;
     std::string message;

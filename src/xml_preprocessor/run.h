@@ -59,9 +59,8 @@ public:
     bool evaluate_bool(const expression_t& wanted); ///< whether the integer reading is not 0
     int evaluate_int(const expression_t& wanted);
     std::string evaluate_string(const expression_t& wanted);
-    /// The value of an attribute, evaluated when it is an expression attribute; the expression
-    /// itself where it cannot be evaluated.
-    std::string value_of(const lxml::attribute_t& attribute, const string_table_t& names);
+    /// The value of an expression attribute; the expression itself where it cannot be evaluated.
+    std::string value_of(const lxml::attribute_t& attribute);
     /// @}
 
     /// @name Where the run is
