@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "exception/exception.h"
 #include "lxml/atom_map.h"
@@ -66,6 +67,19 @@ element_t::element_t(document_t* owner, int name_id, int ns_id)
 element_t::~element_t() = default;
 
 void element_t::operator delete(void*) noexcept {}
+
+// The misspelling is part of the message.
+const element_t* node_t::as_element() const {
+    const auto* const e = dynamic_cast<const element_t*>(this);
+    if (e == nullptr) {
+        throw exception_t(std::string("node cannot be coverted to element"));
+    }
+    return e;
+}
+
+element_t* node_t::as_element() {
+    return const_cast<element_t*>(std::as_const(*this).as_element());
+}
 
 element_t* element_t::append(element_t* child) {
     require_child(*this, child);
@@ -206,6 +220,13 @@ element_t* element_t::child_find(const std::string& name_text, const std::string
 element_t::named_t element_t::children_named(const std::string& name_text,
                                              const std::string& ns_text) const {
     return {children, atoms->find(name_text), ns_text.empty() ? 0 : atoms->find(ns_text)};
+}
+
+child_list_t::const_iterator named_children_t::next(child_list_t::const_iterator at) const {
+    while (at != children.end() && ((*at)->name != name || (*at)->ns != ns)) {
+        ++at;
+    }
+    return at;
 }
 
 element_t* element_t::clone_one(document_t& target, bool whole, atom_map_t& names,

@@ -4,8 +4,8 @@
 
 #include <iterator>
 
+#include "export.h"
 #include "lxml/child_list.h"
-#include "lxml/node.h"
 
 namespace ko::lxml {
 
@@ -56,7 +56,7 @@ public:
     bool empty() const { return begin() == end(); }
 
 private:
-    /// The first child from `at` on that has the name.
+    /// The first child from `at` on that has the name. (It looks into elements: element.cpp.)
     KO_API child_list_t::const_iterator next(child_list_t::const_iterator at) const;
 
     const child_list_t& children;

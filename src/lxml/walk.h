@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "lxml/element.h"
+#include "lxml/child_list.h"
 
 namespace ko::lxml {
 
@@ -17,7 +17,7 @@ namespace ko::lxml {
 template <class E, class N, class L> void walk(E& top, const N& enter, const L& leave) {
     struct open_t {
         E* e;
-        element_t::children_t::const_iterator next;
+        child_list_t::const_iterator next;
     };
     if (!enter(top)) {
         return;
