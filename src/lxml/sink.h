@@ -3,10 +3,10 @@
 /// is called once a block and not once a piece. The stream sees unformatted output only, so that
 /// the bytes do not depend on the width, fill or locale that it was given.
 ///
-/// Text is escaped by runs: a table tells for each byte what stands for it, and the bytes between
-/// two that are replaced are copied in one piece.
+/// Text is escaped by a table that tells for each byte what stands for it.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -17,9 +17,9 @@
 
 namespace ko::lxml {
 
-/// What is written for one byte; of size 0 when that is the byte itself.
+/// What is written for one byte.
 struct escape_t {
-    unsigned char size = 0;
+    unsigned char size = 0; ///< 0 where the byte stands for itself
     char text[7] = {};
 };
 
@@ -43,19 +43,22 @@ public:
         set(c, ";");
     }
 
-    /// Calls `put` with the pieces of what is written for `text`, in order.
-    template <class P> void apply(std::string_view text, P&& put) const {
-        const char* run = text.data();
-        const char* const end = run + text.size();
-        for (const char* p = run; p != end; ++p) {
-            const escape_t& escape = by_byte[static_cast<unsigned char>(*p)];
-            if (escape.size != 0) {
-                put(std::string_view(run, static_cast<std::size_t>(p - run)));
-                put(std::string_view(escape.text, escape.size));
-                run = p + 1;
+    /// The most that is written for `size` bytes.
+    static constexpr std::size_t room(std::size_t size) { return size * sizeof(escape_t); }
+
+    /// Writes what stands for `text` to a place with the `room` for it.
+    /// @return the place after it
+    char* apply(std::string_view text, char* to) const {
+        for (const char c : text) {
+            const escape_t& escape = by_byte[static_cast<unsigned char>(c)];
+            if (escape.size == 0) {
+                *to++ = c;
+            } else {
+                std::memcpy(to, escape.text, sizeof escape.text);
+                to += escape.size;
             }
         }
-        put(std::string_view(run, static_cast<std::size_t>(end - run)));
+        return to;
     }
 
 private:
@@ -85,7 +88,13 @@ public:
     }
 
     void put(std::string_view text, const escapes_t& escapes) {
-        escapes.apply(text, [this](std::string_view piece) { put(piece); });
+        while (escapes_t::room(text.size()) > size - used) {
+            hand_over();
+            const std::size_t part = std::min(text.size(), size / escapes_t::room(1));
+            put_escaped(text.substr(0, part), escapes);
+            text.remove_prefix(part);
+        }
+        put_escaped(text, escapes);
     }
 
     /// Gives the stream all that was put so far.
@@ -102,6 +111,11 @@ public:
 
 private:
     static constexpr std::size_t size = 32768;
+
+    void put_escaped(std::string_view text, const escapes_t& escapes) {
+        char* const begin = block.get();
+        used = static_cast<std::size_t>(escapes.apply(text, begin + used) - begin);
+    }
 
     void put_large(std::string_view text) {
         hand_over();
