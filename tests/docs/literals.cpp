@@ -41,13 +41,35 @@ private:
             quoted();
             joins = false;
         } else {
-            joins = joins && std::isspace(static_cast<unsigned char>(source[at])) != 0;
+            code_take(source[at]);
             ++at;
         }
     }
 
+    void code_take(char c) {
+        joins = joins && std::isspace(static_cast<unsigned char>(c)) != 0;
+        if (c == ';' || c == '{' || c == '}') {
+            statement.clear();
+        } else {
+            statement += c;
+        }
+    }
+
+    bool describes_options() const {
+        for (const char* call : {"add_option", "add_flag", "list_option_add", "set_help_flag",
+                                 "set_version_flag", "footer", "CLI::App app"}) {
+            if (statement.find(call) != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
+    }
+
     void text_take() {
         const std::string text = quoted();
+        if (describes_options()) {
+            return;
+        }
         if (joins) {
             found.back() += text;
         } else {
@@ -72,6 +94,7 @@ private:
     std::string source;
     std::size_t at = 0;
     bool joins = false;
+    std::string statement; ///< the code of the statement so far
     std::vector<std::string> found;
 };
 
