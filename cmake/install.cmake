@@ -6,7 +6,12 @@ install(EXPORT kobase NAMESPACE kobase:: FILE kobase-targets.cmake
         DESTINATION ${package_folder} COMPONENT development)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/kobase-config-version.cmake
                                  COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_SOURCE_DIR}/cmake/kobase-config.cmake
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/kobase-config.cmake.in
+                              ${PROJECT_BINARY_DIR}/kobase-config.cmake
+                              INSTALL_DESTINATION ${package_folder}
+                              PATH_VARS CMAKE_INSTALL_BINDIR)
+install(FILES ${PROJECT_BINARY_DIR}/kobase-config.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/kobase-preprocess.cmake
               ${PROJECT_BINARY_DIR}/kobase-config-version.cmake
         DESTINATION ${package_folder} COMPONENT development)
 
@@ -16,3 +21,7 @@ string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/kobase.pc.in ${PROJECT_BINARY_DIR}/kobase.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/kobase.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+# The schema of configurations, for editors and validators.
+install(FILES ${PROJECT_SOURCE_DIR}/schema/kobase.rnc ${PROJECT_SOURCE_DIR}/schema/kobase.rng
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/xml/kobase COMPONENT tools)

@@ -4,7 +4,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kobase)
 set(CPACK_PACKAGE_CONTACT "The kobase developers <kobase@localhost>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(CPACK_COMPONENTS_ALL runtime development tools)
+set(CPACK_COMPONENTS_ALL runtime development tools documentation)
 set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -18,8 +18,13 @@ file(WRITE ${PROJECT_BINARY_DIR}/shlibs
      "libkobase ${PROJECT_VERSION_MAJOR} libkobase1 (>= ${PROJECT_VERSION})\n")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkobase-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+# For kobase_preprocess of the CMake package.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS kobase-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME kobase-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_NAME libkobase-doc)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "Shared library for expressions, XML documents and their preprocessing")
@@ -28,5 +33,7 @@ set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION
     "The XML preprocessor and the expression calculator of libkobase as programs")
+set(CPACK_COMPONENT_DOCUMENTATION_DESCRIPTION
+    "The manual of libkobase and its examples")
 
 include(CPack)

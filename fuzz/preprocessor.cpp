@@ -1,7 +1,8 @@
 /// @file
 /// Processes the input as a document. Further documents for "include" may follow it, each after a
 /// line of the form "---- NAME"; they are put into the cache. A plug-in "gen" gives the children
-/// of its directive twice.
+/// of its directive twice. An observer asks for a trace whenever it is told something; the second
+/// call runs without it and under limits.
 
 #include <memory>
 #include <sstream>
@@ -35,6 +36,35 @@ public:
 
 private:
     document_t documents;
+};
+
+/// Asks where it is whenever it is told something.
+class asking_t : public ko::xpp::observer_t {
+public:
+    using place_t = ko::xpp::place_t;
+
+    explicit asking_t(const ko::xpp::preprocessor_t& by) : preprocessor(by) {}
+    void expression_failed(const place_t& place, const std::string&,
+                           const std::string&) override {
+        ask(place);
+    }
+    void directive_unknown(const place_t& place, const std::string&) override { ask(place); }
+    void text_dropped(const place_t& place) override { ask(place); }
+    void element_made(const element_t&, const element_t& output) override {
+        made += output.attributes.size();
+    }
+
+private:
+    void ask(const place_t& place) {
+        // A trace is as long as the nesting is deep, and one is made for each that is told.
+        if (asked++ < 1000) {
+            made += preprocessor.trace_get().size() + place.detail.size();
+        }
+    }
+
+    const ko::xpp::preprocessor_t& preprocessor;
+    std::size_t asked = 0;
+    std::size_t made = 0;
 };
 
 /// Gives each loop a child that is copied, so that each pass costs memory.
@@ -87,6 +117,8 @@ void process(document_t& source, ko::xpp::file_cache_t* cache) {
     document_t output;
     ko::xpp::preprocessor_t preprocessor(output, cache);
     preprocessor.register_plugin("gen", std::make_unique<generator_t>().release());
+    asking_t asking(preprocessor);
+    preprocessor.observer_set(&asking);
     preprocessor.insert_argument("count", 3);
     preprocessor.insert_argument("name", "stage");
     fuzz::attempt([&] {
@@ -96,8 +128,15 @@ void process(document_t& source, ko::xpp::file_cache_t* cache) {
         std::ostringstream out;
         output.root->print(out, 0, 0, true, true);
     }
+    preprocessor.trace_get();
+    preprocessor.observer_set(nullptr);
+    ko::xpp::limits_t limits;
+    limits.elements = 1000;
+    limits.passes = 100;
+    preprocessor.limits_set(limits);
     fuzz::attempt(
         [&] { preprocessor.process(source.root, ko::xpp::preprocessor_t::include_comments); });
+    preprocessor.trace_get();
 }
 
 void run(const std::string& input) {

@@ -2,6 +2,7 @@
 /// Symbol visibility. Everything in libkobase.so is hidden but what carries KO_API.
 #pragma once
 
+/// What a public class or function is declared with.
 #define KO_API __attribute__((visibility("default")))
 
 /// Hides the implementation class of a public one, which would else be visible with it.

@@ -2,7 +2,8 @@
 # Debian packages: finds out which are missing and installs them; sourced.
 
 # What scripts/check needs beyond the building of the library.
-check_packages=(clang clang-format clang-tidy cppcheck libbenchmark-dev shellcheck)
+check_packages=(clang clang-format clang-tidy cppcheck doxygen jing libbenchmark-dev
+    shellcheck trang)
 
 # What the benchmarks need, and the libraries that scripts/bench compares with.
 # shellcheck disable=SC2034

@@ -7,8 +7,10 @@
 #include <new>
 #include <ostream>
 #include <sstream>
+#include <utility>
 
 #include "algebra/arm_arithmetic.h"
+#include "algebra/result_text.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
@@ -27,10 +29,10 @@ int precision_of(unsigned precision) {
                                                  : static_cast<int>(precision);
 }
 
+/// A float with a number of decimals, with an exponent or without.
 std::string float_text(float value, bool scientific, unsigned precision) {
-    const std::chars_format format = scientific       ? std::chars_format::scientific
-                                     : precision == 0 ? std::chars_format::general
-                                                      : std::chars_format::fixed;
+    const std::chars_format format =
+        scientific ? std::chars_format::scientific : std::chars_format::fixed;
     const int decimals = precision_of(precision);
     std::string text;
     const std::size_t size = float_digits_max + static_cast<std::size_t>(decimals);
@@ -74,6 +76,20 @@ result_t::result_t(int value)
 
 result_t::result_t(long value) : result_t(arm::wrapped(static_cast<unsigned>(value))) {}
 
+result_t::result_t(unsigned value) : result_t(static_cast<unsigned long long>(value)) {}
+
+result_t::result_t(unsigned long value) : result_t(static_cast<unsigned long long>(value)) {}
+
+result_t::result_t(long long value)
+    : result_t(value >= arm::int_min && value <= arm::int_max
+                   ? result_t(static_cast<int>(value))
+                   : result_t(static_cast<float>(value))) {}
+
+result_t::result_t(unsigned long long value)
+    : result_t(value <= static_cast<unsigned>(arm::int_max)
+                   ? result_t(static_cast<int>(value))
+                   : result_t(static_cast<float>(value))) {}
+
 result_t::result_t(float value)
     : int_value(arm::truncate(static_cast<double>(value))), float_value(value), type(type_float) {
 }
@@ -83,6 +99,9 @@ result_t::result_t(double value)
 
 result_t::result_t(const std::string& value)
     : int_value(0), float_value(0), string_value(value), type(type_string) {}
+
+result_t::result_t(std::string&& value) noexcept
+    : int_value(0), float_value(0), string_value(std::move(value)), type(type_string) {}
 
 result_t::result_t(const char* value)
     : int_value(0), float_value(0), string_value(checked(value)), type(type_string) {}
@@ -126,16 +145,10 @@ float result_t::float_get() const {
 }
 
 std::string result_t::string_get(bool scientific, unsigned precision) const {
-    switch (type) {
-    case type_int:
-        return std::to_string(int_value);
-    case type_float:
+    if (is_float() && (scientific || precision != 0)) {
         return float_text(float_value, scientific, precision);
-    case type_string:
-        return string_value;
-    default:
-        return {}; // a code that a host made up has no text
     }
+    return std::string(result_text_t(*this).view());
 }
 
 std::ostream& operator<<(std::ostream& out, const result_t& value) {

@@ -11,9 +11,10 @@ namespace ko::alg {
 
 /// The value of the expression evaluator: an integer, a float or a string.
 ///
-/// A plain value that owns its text. A number carries both an integer and a float view of itself;
-/// a string reads as 0 in both. There is no boolean type: truth is the integer 0 or 1.
-/// Conversions, wrapping and rounding are those of a 32-bit ARM processor on every platform.
+/// A plain value that owns its text; one that was moved from can be assigned to and destroyed. A
+/// number carries both an integer and a float view of itself; a string reads as 0 in both. There
+/// is no boolean type: truth is the integer 0 or 1. Conversions, wrapping and rounding are those
+/// of a 32-bit ARM processor on every platform.
 class KO_API result_t {
 public:
     /// Type codes, in the order of promotion: the larger one wins.
@@ -26,8 +27,19 @@ public:
     result_t(float value);  ///< a float; the integer view is truncated towards zero
     result_t(double value); ///< a float rounded from `value`; the integer view is truncated
                             ///< from `value` itself, which callers rely on
-    result_t(const std::string& value); ///< a string
-    result_t(const char* value);        ///< a string; null throws a `ko::exception_t`
+    result_t(const std::string& value);     ///< a string
+    result_t(std::string&& value) noexcept; ///< a string, whose text is moved
+    result_t(const char* value);            ///< a string; null throws a `ko::exception_t`
+
+    /// @name From the other integer types
+    /// An integer where 32 bits hold the value, otherwise the nearest float. A `long` has 32
+    /// bits on the target; where it has more, the constructor above keeps the low ones.
+    /// @{
+    result_t(unsigned value);
+    result_t(unsigned long value);
+    result_t(long long value);
+    result_t(unsigned long long value);
+    /// @}
 
     /// The type code.
     unsigned type_get() const;
@@ -50,14 +62,13 @@ public:
     ///
     /// A string gives itself and an integer its decimal digits, whatever the arguments.
     /// @param scientific true writes a float with an exponent
-    /// @param precision number of decimals of a float; 0 with `scientific` false gives the
-    /// general
-    ///        form with 6 significant digits
+    /// @param precision number of decimals of a float; 0 gives 6 of them with `scientific` true,
+    ///        and otherwise the general form with 6 significant digits
     std::string string_get(bool scientific, unsigned precision) const;
 
 private:
     friend struct ko::layout_t;
-    friend void add_to(result_t& sum, const result_t& value);
+    friend struct result_members_t;
 
     int int_value;
     float float_value;

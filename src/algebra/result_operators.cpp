@@ -2,6 +2,8 @@
 
 #include "algebra/arm_arithmetic.h"
 #include "algebra/result.h"
+#include "algebra/result_sum.h"
+#include "algebra/result_text.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
@@ -14,7 +16,7 @@ unsigned type_of(const result_t& a, const result_t& b) {
 
 /// Both operands as text, compared byte by byte.
 int compared(const result_t& a, const result_t& b) {
-    return a.string_get(false, 0).compare(b.string_get(false, 0));
+    return result_text_t(a).view().compare(result_text_t(b).view());
 }
 
 /// An arithmetic operator that takes numbers only.
@@ -50,7 +52,7 @@ bool equal(const result_t& a, const result_t& b, const char* message) {
     case result_t::type_float:
         return a.float_get() == b.float_get();
     case result_t::type_string:
-        return compared(a, b) == 0;
+        return result_text_t(a).view() == result_text_t(b).view();
     default:
         throw exception_t(std::string(message));
     }
@@ -131,7 +133,7 @@ result_t operator-(const result_t& a, const result_t& b) {
 
 result_t operator+(const result_t& a, const result_t& b) {
     if (type_of(a, b) == result_t::type_string) {
-        return a.string_get(false, 0) + b.string_get(false, 0);
+        return text_sum(a, b);
     }
     return numeric(
         a, b, [](int x, int y) { return arm::add(x, y); },

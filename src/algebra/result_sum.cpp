@@ -2,20 +2,43 @@
 
 #include <new>
 #include <string>
+#include <utility>
+
+#include "algebra/result_members.h"
+#include "algebra/result_text.h"
 
 namespace ko::alg {
 
+namespace {
+
+/// @throws std::bad_alloc on a 32-bit system, before memory runs out
+void room_check(const std::string& text, std::size_t addition) {
+    if (addition > text.max_size() - text.size()) {
+        throw std::bad_alloc();
+    }
+}
+
+} // namespace
+
+result_t text_sum(const result_t& a, const result_t& b) {
+    const result_text_t left(a);
+    std::string text;
+    const std::size_t size = left.view().size() + result_text_t(b).view().size();
+    room_check(text, size);
+    text.reserve(size);
+    text = left.view();
+    result_t sum(std::move(text));
+    add_to(sum, b);
+    return sum;
+}
+
 void add_to(result_t& sum, const result_t& value) {
-    const bool is_text =
-        sum.is_string() && (value.is_int() || value.is_float() || value.is_string());
-    if (is_text) {
-        const std::string text = value.string_get(false, 0);
-        if (text.size() > sum.string_value.max_size() - sum.string_value.size()) {
-            throw std::bad_alloc(); // on a 32-bit system, before memory runs out
-        }
-        sum.int_value = 0;
-        sum.float_value = 0;
-        sum.string_value += text;
+    if (sum.is_string() && result_members_t::type(value) <= result_t::type_string) {
+        const result_text_t addition(value);
+        std::string& text = result_members_t::text(sum);
+        room_check(text, addition.view().size());
+        text += addition.view();
+        result_members_t::set(sum, result_t::type_string, 0, 0);
     } else {
         sum = sum + value;
     }

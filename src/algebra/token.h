@@ -47,8 +47,7 @@ public:
     /// throws an exception of the library's own.
     /// @param algebra the evaluator whose variables and functions count
     /// @throws ko::exception_t what the evaluation reports; the parse error text of `algebra`
-    /// where
-    ///         an operand is missing after a parse that failed
+    ///         where an operand is missing after a parse that failed
     virtual result_t evaluate(algebra_t& algebra) const = 0;
 
     /// Appends the values of the operands that commas separate, in written order.

@@ -13,7 +13,21 @@ namespace ko {
 ///
 /// Every failure of the library is a `ko::exception_t` or the derived `ko::errorcode_t`; what the
 /// standard library throws of its own accord (allocation failure) passes through unchanged.
-/// An object owns its text. It may be copied freely and is used by one thread at a time.
+///
+/// @par Owns
+/// Its text.
+/// @par Threads
+/// An object may be copied freely and is used by one thread at a time.
+///
+/// @code
+/// try {
+///     document.load("rack.xml");
+/// } catch (const ko::errorcode_t& e) { // reading XML
+///     std::cerr << e.what() << " (" << e.code_get() << ")\n";
+/// } catch (const ko::exception_t& e) { // everything else
+///     std::cerr << e.what() << '\n';
+/// }
+/// @endcode
 class KO_API exception_t : public std::exception {
 public:
     /// Takes `text` as the message, whole, whatever `%` it holds.
@@ -26,8 +40,8 @@ public:
     /// into the other constructor, never into `format`. A null `format` gives "(null)".
     explicit exception_t(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-    exception_t(const exception_t& other);
-    exception_t& operator=(const exception_t& other);
+    exception_t(const exception_t& other);            ///< copies the message
+    exception_t& operator=(const exception_t& other); ///< copies the message
     ~exception_t() override;
 
     /// The message. The pointer is into this object and lives as long as it.

@@ -1,8 +1,8 @@
 #include "lxml/atom_table.h"
 
-#include "lxml/node.h"
-
 namespace ko::lxml {
+
+const std::string str_empty;
 
 atom_table_t::atom_table_t() : next_id(0) {
     get(str_empty);

@@ -11,6 +11,9 @@
 
 namespace ko::lxml {
 
+/// The library-wide empty string; as a namespace it means that there is none.
+extern KO_API const std::string str_empty;
+
 /// A table of strings that gives each an integer id, its atom.
 ///
 /// Ids count from 0 in the order in which strings first came; 0 is the empty string. The table

@@ -12,9 +12,6 @@ namespace ko::lxml {
 class attribute_t;
 class element_t;
 
-/// The library-wide empty string; as a namespace it means that there is none.
-extern KO_API const std::string str_empty;
-
 /// A named node of a document: an element or an attribute.
 ///
 /// The name is a pair of atoms in the table of the document that owns the node; the table is

@@ -4,6 +4,27 @@
 
 namespace ko::lxml {
 
+// clang-format off
+const unsigned char acceptable[256] = {
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, // .
+    1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0, 0, // 0-9
+    0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, // A-O
+    1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 1, // P-Z, _
+    0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, // a-o
+    1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0, 0, 0, // p-z
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+};
+// clang-format on
+
 namespace {
 
 void require_text(const char* p) {
@@ -112,5 +133,34 @@ void path_parser_t::filter_body(xfilter_t& out) {
     assert_char(p, ']');
 }
 // NOLINTEND(misc-no-recursion)
+
+const char* xname_t::_parse(const char* s) {
+    path_parser_t parser(s);
+    parser.name_test(*this);
+    return parser.position_get();
+}
+
+const char* xfilter_t::_parse(const char* s) {
+    path_parser_t parser(s);
+    parser.filter(*this);
+    return parser.position_get();
+}
+
+const char* xnode_t::_parse(const char* s) {
+    path_parser_t parser(s);
+    parser.step(*this);
+    return parser.position_get();
+}
+
+const char* xpath_t::_parse(const char* s) {
+    path_parser_t parser(s);
+    parser.path(*this);
+    return parser.position_get();
+}
+
+void xpath_t::parse(const char* s) {
+    const char* end = _parse(s);
+    assert_char(end, '\0');
+}
 
 } // namespace ko::lxml

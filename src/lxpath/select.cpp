@@ -2,7 +2,7 @@
 
 #include "exception/exception.h"
 #include "lxml/lxml.h"
-#include "lxpath/lxpath.h"
+#include "lxpath/evaluation.h"
 
 namespace ko::lxml {
 
@@ -13,9 +13,9 @@ void element_t::select_nodes(const std::string& path, std::list<node_t*>& out) c
 }
 
 node_t* element_t::select_single_node(const std::string& path) const {
-    std::list<node_t*> nodes;
-    select_nodes(path, nodes);
-    return nodes.empty() ? nullptr : nodes.front();
+    xpath_t parsed;
+    parsed.parse(path.c_str());
+    return evaluation_t(parsed).first(const_cast<element_t*>(this));
 }
 
 const element_t* element_find(const element_t* from, const std::string& path, bool required) {

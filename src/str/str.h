@@ -13,6 +13,9 @@
 
 #include "export.h"
 
+/// @name Formatting
+/// @{
+
 /// Formats as `printf` does and writes the text to `out`, cut after 510 characters and at an
 /// embedded zero byte.
 /// @return `out`
@@ -24,6 +27,8 @@ KO_API std::ostream& sprintf(std::ostream& out, const char* format, ...)
 /// @return `out`
 KO_API std::string& sprintf(std::string& out, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
+
+/// @}
 
 namespace ko {
 
@@ -37,14 +42,21 @@ public:
 
 namespace str {
 
+/// @name Formatting
+/// @{
+
 /// Formats as `printf` does, without a limit on the length.
 ///
 /// A text of 512 characters or more keeps its length, but its last character is a zero byte;
 /// callers rely on results that match in this.
 KO_API std::string safe_sprintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
-/// @copydoc safe_sprintf(const char*, ...)
+/// The same with the arguments of a function that has "..." itself.
 KO_API std::string safe_sprintf(const char* format, va_list arguments)
     __attribute__((format(printf, 1, 0)));
+
+/// @}
+/// @name Case and white space
+/// @{
 
 /// A copy with each letter a-z in upper case.
 KO_API std::string to_upper(const std::string& text);
@@ -59,6 +71,10 @@ KO_API void strip_trailing_whitespace(std::string& text);
 KO_API void strip_leading_whitespace(std::string& text);
 /// The first character that is not white space, or 0 when there is none.
 KO_API char first_nonwhite(const std::string& text);
+
+/// @}
+/// @name Removal and replacement
+/// @{
 
 /// Removes every occurrence of the character `c`.
 KO_API void strip(std::string& text, char c);
@@ -77,6 +93,10 @@ KO_API void replace(std::string& text, char from, char to);
 /// Replaces every occurrence of `from` by `to`; inserted text is not searched again.
 /// An empty `from` changes nothing.
 KO_API void replace(std::string& text, const std::string& from, const std::string& to);
+
+/// @}
+/// @name Searching and splitting
+/// @{
 
 /// True when `text` begins with `prefix`.
 KO_API bool starts_with(const std::string& text, const std::string& prefix);
@@ -108,6 +128,10 @@ KO_API std::string get_clump(std::string& text, std::string delims);
 ///         ended without one, at the end of `text`
 KO_API int get_line(const std::string& text, unsigned int pos, std::string& line);
 
+/// @}
+/// @name Hexadecimal text
+/// @{
+
 /// Writes `size` bytes from `data` as two upper-case hexadecimal digits each, high nibble first.
 /// @throws ko::exception_t when `data` is null and `size` is not 0
 KO_API std::string bin2ascii(void* data, unsigned int size);
@@ -117,6 +141,8 @@ KO_API std::string bin2ascii(void* data, unsigned int size);
 /// four bits plus 9. A trailing odd character is ignored.
 /// @throws ko::exception_t when `data` is null and there are bytes to write
 KO_API void ascii2bin(std::string& hex, void* data, unsigned int size);
+
+/// @}
 
 } // namespace str
 } // namespace ko

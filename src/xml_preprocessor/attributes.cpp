@@ -32,4 +32,8 @@ bool attribute_true(const lxml::element_t& element, int name) {
     return attribute != nullptr && attribute->value == "true";
 }
 
+std::string attribute_shown(const std::string& name, const std::string& value) {
+    return name + "=\"" + value + "\"";
+}
+
 } // namespace ko::xpp

@@ -3,6 +3,8 @@
 /// first in the element's order counts.
 #pragma once
 
+#include <string>
+
 #include "lxml/lxml.h"
 
 namespace ko::xpp {
@@ -16,5 +18,8 @@ const ko::lxml::attribute_t& attribute_required(const ko::lxml::element_t& eleme
 
 /// Whether the attribute is there and exactly "true".
 bool attribute_true(const ko::lxml::element_t& element, int name);
+
+/// An attribute as it is shown in a place: `name="value"`, with nothing escaped.
+std::string attribute_shown(const std::string& name, const std::string& value);
 
 } // namespace ko::xpp

@@ -1,3 +1,10 @@
+/// @file
+/// Finding, loading and keeping included files.
+///
+/// Without a cache an included document names its nodes in a copy of the source's atom table,
+/// made once a run. Before and after each load the two tables take over each other's new texts,
+/// so that attributes come in the order that one shared table would give them, in this run and in
+/// later ones, and yet nothing points into the source's document once `process` has returned.
 #pragma once
 
 #include <list>
@@ -9,26 +16,41 @@
 
 namespace ko::xpp {
 
-/// The atom tables of one call of `process`.
-struct source_atoms_t {
-    const ko::lxml::atom_table_t* source = nullptr; ///< of the source; null between calls
-    ko::lxml::atom_table_t* copy = nullptr;         ///< a copy of it, made when first needed
+/// The atom tables of one run without a cache.
+class source_atoms_t {
+public:
+    explicit source_atoms_t(lxml::atom_table_t& source_table) : source(source_table) {}
+
+    /// Gives each table the texts that the other one has got since the last time.
+    /// @param tables where the copy is made
+    /// @return the copy
+    lxml::atom_table_t& share(std::list<lxml::atom_table_t>& tables);
+    /// The same at the end, where there is a copy; without the memory for it the source's table
+    /// stays behind.
+    void share_at_end() noexcept;
+    /// Whether `table` is the copy.
+    bool is_copy(const lxml::atom_table_t* table) const { return table == copy; }
+
+private:
+    void exchange();
+
+    lxml::atom_table_t& source;
+    lxml::atom_table_t* copy = nullptr;
+    int source_seen = 1; ///< first text of `source` that `copy` need not have
+    int copy_seen = 1;   ///< the reverse
 };
 
 /// What an "include" asks for.
 struct include_request_t {
-    std::string file;      ///< name as written, which is also the name in the cache
+    std::string file;      ///< name as written
     std::string directory; ///< directory of the including document, with its "/", or empty
     bool search;           ///< whether the search path comes before `directory`
 };
 
-/// Finds, loads and keeps included files.
+/// The search path and the included documents.
 ///
-/// It owns the documents that it loads, unless there is a cache, which owns them then. Documents
-/// of its own name their nodes in a copy of the source's atom table, made once a call of
-/// `process`: their attributes come in the order that a shared table would give them, and yet
-/// nothing points into the source's document once `process` has returned. A load that fails
-/// leaves everything as it was.
+/// It owns the documents that it loads, unless there is a cache, which owns them then. A load
+/// that fails leaves everything as it was, but for texts in atom tables.
 class includes_t {
 public:
     explicit includes_t(file_cache_t* used_cache);
@@ -37,25 +59,26 @@ public:
     /// @throws ko::exception_t when `dir` is empty
     void search_path_add(const std::string& dir);
 
-    /// The root element of a file.
-    /// @throws ko::exception_t "failed to load xml file:" and the name; what reading reports
-    ko::lxml::element_t& load(const include_request_t& request);
-
-    /// Sets the tables and returns those before.
-    source_atoms_t atoms_exchange(const source_atoms_t& next);
+    /// The root element of a document in the cache, or null.
+    lxml::element_t* cached(const std::string& key) const;
+    /// The path of a file; empty where there is none.
+    std::string find(const include_request_t& request) const;
+    /// Loads a file and keeps it.
+    /// @param key its name in the cache
+    /// @return its root element, or null
+    /// @throws what reading reports
+    lxml::element_t* load(const std::string& path, const std::string& key, bool positions,
+                          source_atoms_t& atoms);
 
     bool search_path_default = true; ///< whether an "include" uses the search path unasked
 
 private:
-    bool find(const include_request_t& request, std::string& path) const;
-    ko::lxml::atom_table_t& table_get();
-    void keep(const std::string& file, std::unique_ptr<ko::lxml::document_t> document);
+    void keep(const std::string& key, std::unique_ptr<lxml::document_t> document);
 
     file_cache_t* cache;
     std::list<std::string> search_path;
-    source_atoms_t atoms;
-    std::list<ko::lxml::atom_table_t> tables;
-    std::list<std::unique_ptr<ko::lxml::document_t>> documents;
+    std::list<lxml::atom_table_t> tables;
+    std::list<std::unique_ptr<lxml::document_t>> documents;
 };
 
 } // namespace ko::xpp

@@ -7,16 +7,15 @@ keywords_t::keywords_t(lxml::atom_table_t* atoms, const namespaces_t& names)
     fill();
 }
 
-const string_table_t& keywords_t::get() {
-    if (changes != namespaces.changes) {
-        fill();
-    }
-    return strings;
-}
-
 void keywords_t::fill() {
     strings.init(table, namespaces.xpp, namespaces.xpr);
     changes = namespaces.changes;
+}
+
+int keywords_t::translate(int atom, lxml::atom_table_t& output) {
+    const int translated = output.get(table->text_get(atom));
+    translations[static_cast<unsigned>(atom) % translations.size()] = {atom, translated, &output};
+    return translated;
 }
 
 } // namespace ko::xpp

@@ -14,7 +14,7 @@ nesting_t::~nesting_t() {
 
 void nesting_t::check(unsigned limit, const std::string& directive,
                       const std::string& which) const {
-    if (count > limit) {
+    if (limit != 0 && count > limit) {
         throw exception_t(directive + " nested more than " + std::to_string(limit) +
                           " levels deep: " + which);
     }

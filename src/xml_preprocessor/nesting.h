@@ -13,7 +13,7 @@ public:
     nesting_t& operator=(const nesting_t&) = delete;
     ~nesting_t();
 
-    /// @param limit how many levels there may be
+    /// @param limit how many levels there may be; 0 for any number
     /// @param directive what is nested
     /// @param which the definition, file or plug-in of this level
     /// @throws ko::exception_t when this level is one too many

@@ -2,13 +2,19 @@
 /// The XML preprocessor: a configuration document in, a processed one out.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
+#include "algebra/algebra.h"
 #include "export.h"
 #include "lxml/lxml.h"
 #include "xml_preprocessor/del_second_map.h"
 #include "xml_preprocessor/file_cache.h"
 #include "xml_preprocessor/find_file.h"
+#include "xml_preprocessor/limits.h"
+#include "xml_preprocessor/observer.h"
+#include "xml_preprocessor/place.h"
 #include "xml_preprocessor/plugin.h"
 #include "xml_preprocessor/string_table.h"
 
@@ -36,9 +42,10 @@ extern KO_API const std::string default_xpr_uri;
 ///
 /// All of them are used by one thread. A plug-in may call back the preprocessor that calls it,
 /// `process` included. After an exception the output made so far stays in the output document,
-/// and the preprocessor can be used again. What a document can make it do without an end of its
-/// own, nesting "insert" (10000 levels), "include" and "plugin" (200 levels) in themselves, ends
-/// in an exception; a "for" whose condition stays true does not.
+/// and the preprocessor can be used again; `trace_get` tells where it arose. What a document can
+/// make it do without an end of its own, nesting "insert" (10000 levels), "include" and "plugin"
+/// (200 levels) in themselves, ends in an exception; a "for" whose condition stays true does so
+/// only where `limits_set` limits the passes.
 class KO_API preprocessor_t {
 public:
     class KO_LOCAL imp_t;
@@ -48,6 +55,11 @@ public:
         include_comments = 1, ///< for callers that read the flags; no directive consults it
         process_include = 2   ///< "include" directives are executed
     };
+
+    /// Finds the file of an "include": gets the text of its attribute "file" and the directive,
+    /// gives the path to load, or the empty string where there is none.
+    using resolver_t =
+        std::function<std::string(const std::string& file, const ko::lxml::element_t& directive)>;
 
     /// @param output where the new elements are made
     /// @param cache keeps included documents, so that each file is read once; may be null, and
@@ -71,10 +83,16 @@ public:
 
     /// @name Arguments
     /// Sets a variable that directives and expression attributes can read. A text is the value
-    /// itself and not evaluated.
+    /// itself and not evaluated. An integer that does not fit 32 bits becomes a floating-point
+    /// number.
     /// @{
     void insert_argument(const std::string& name, double value);
     void insert_argument(const std::string& name, int value);
+    void insert_argument(const std::string& name, unsigned value);
+    void insert_argument(const std::string& name, long value);
+    void insert_argument(const std::string& name, unsigned long value);
+    void insert_argument(const std::string& name, long long value);
+    void insert_argument(const std::string& name, unsigned long long value);
     void insert_argument(const std::string& name, bool value); ///< the integer 0 or 1
     void insert_argument(const std::string& name, const std::string& value);
     void insert_argument(const std::string& name, const char* value); ///< throws on null
@@ -101,6 +119,40 @@ public:
     /// registered under several names is deleted once.
     /// @throws ko::exception_t when `plugin` is null
     void register_plugin(const std::string& name, plugin_t* plugin);
+
+    /// @name What happened
+    /// @{
+
+    /// Where the last failure of `process` arose, the innermost place first; empty after a
+    /// `process` that succeeded. While `process` runs, in a plug-in, an observer or a resolver,
+    /// the places around what it is doing. Lines come from documents that were loaded with
+    /// positions; included files are loaded with positions when the source was.
+    std::vector<place_t> trace_get() const;
+    /// The files that the last `process` read, each once, in the order in which it first did.
+    /// What a cache kept is not read.
+    std::vector<std::string> files_get() const;
+    /// Sets who is told what `process` does; null for nobody.
+    void observer_set(observer_t* observer);
+    /// @}
+
+    /// @name What decides
+    /// @{
+
+    /// Sets how the file of an "include" is found; an empty function sets the search back.
+    ///
+    /// With a resolver neither the search path nor "searchpath" counts, and a cache keeps a
+    /// document under its path. An empty path is "failed to load xml file:" and the file. What
+    /// the resolver throws ends `process` like an exception of a plug-in.
+    void resolver_set(resolver_t resolver);
+    /// Sets the limits of each `process` that begins after it.
+    void limits_set(const limits_t& limits);
+    limits_t limits_get() const; ///< the limits in force
+
+    /// The evaluator of all expressions: its variables, functions, macros and limits.
+    ///
+    /// It lives as long as the preprocessor. What is changed counts from the next expression on.
+    ko::alg::algebra_t& algebra_get();
+    /// @}
 
 private:
     friend struct ko::layout_t;

@@ -43,6 +43,13 @@ result_t fresh(algebra_t& algebra, result_t text) {
 
 algebra_t* outermost = nullptr;
 
+/// Calls itself on a copy of the calling evaluator that has lost its variables.
+result_t emptied(algebra_t& algebra) {
+    algebra_t copy(algebra);
+    copy.memory_copy(algebra_t());
+    return copy.evaluate("emptied()");
+}
+
 /// Evaluates on the evaluator that the test made, whichever calls.
 result_t at_top(algebra_t&, result_t text) {
     return outermost->evaluate(text.string_get(false, 0));
@@ -110,6 +117,22 @@ TEST_F(nesting, is_counted_in_evaluators_that_a_host_function_gives_its_variable
     algebra.assign("n", 900);
     algebra.assign("again", "(n = n - 1) ? fresh(again) : 5");
     EXPECT_EQ(outcome("fresh(again)"), "(i) 5");
+}
+
+TEST_F(nesting, is_counted_in_a_copy_that_takes_the_variables_of_a_new_evaluator) {
+    algebra.define("emptied", emptied);
+    EXPECT_EQ(
+        outcome("emptied()"),
+        "! algebra_t -- evaluation by function 'emptied' nested more than 1000 levels deep");
+}
+
+TEST_F(nesting, is_counted_only_while_it_lasts) {
+    algebra.define("down", down);
+    for (int i = 0; i < 1001; ++i) {
+        algebra.eval_and_assign("x", "1 + 1");
+        ASSERT_EQ(outcome("down(1)"), "(i) 0") << "call " << i;
+    }
+    EXPECT_EQ(outcome("down(900)"), "(i) 0");
 }
 
 TEST_F(nesting, is_counted_once_in_an_evaluator_that_is_restored_from_a_copy) {

@@ -103,6 +103,15 @@ TEST_F(long_input, a_text_is_joined_in_one_pass) {
     EXPECT_EQ(value.string_get(false, 0), "ab" + repeated("cd", lots));
 }
 
+TEST_F(long_input, a_text_and_numbers_are_joined_in_one_pass) {
+    algebra.assign("s", repeated("x", million));
+    ASSERT_TRUE(algebra.parse("s" + repeated("+1+2.5", 50 * thousand)));
+    ko::alg::result_t value;
+    EXPECT_LT(seconds_of([&] { value = algebra.evaluate(); }), 5.0);
+    EXPECT_EQ(value.string_get(false, 0),
+              repeated("x", million) + repeated("12.5", 50 * thousand));
+}
+
 TEST_F(long_input, a_failed_parse_of_many_terms_can_be_evaluated) {
     EXPECT_FALSE(algebra.parse("1" + repeated("+1", lots) + " 2"));
     EXPECT_EQ(program_outcome(), "(i) 100001");
@@ -118,6 +127,18 @@ TEST_F(long_input, numbers_names_and_strings_of_a_million_characters) {
     EXPECT_EQ(outcome("0." + repeated("0", million) + "1"), "(f) 0");
 }
 
+TEST_F(long_input, an_exponent_outweighs_any_number_of_digits) {
+    const std::string zeros = "0." + repeated("0", million);
+    EXPECT_EQ(outcome(zeros + "1e1000041"), "(f) inf");
+    EXPECT_EQ(outcome(zeros + "1e1000001"), "(f) 1") << "a literal within the range";
+    EXPECT_EQ(outcome(zeros + "1e2000000"), "(f) inf");
+    EXPECT_EQ(outcome(zeros + "1e999900"), "(f) 0");
+    EXPECT_EQ(outcome("0." + repeated("0", million - 1) + "1e1000100"), "(f) inf");
+    EXPECT_EQ(outcome("1" + repeated("0", million) + ".0e-1000100"), "(f) 0");
+    EXPECT_EQ(outcome("1" + repeated("0", million) + ".0e-99999999999"), "(f) 0");
+    EXPECT_EQ(outcome(zeros + "1e99999999999"), "(f) inf");
+}
+
 TEST_F(long_input, many_macros_cost_no_more_than_the_text) {
     for (int i = 0; i < 20 * thousand; ++i) {
         algebra.macro_define("M" + std::to_string(i), "1");
@@ -126,6 +147,20 @@ TEST_F(long_input, many_macros_cost_no_more_than_the_text) {
     std::string decoded;
     EXPECT_LT(seconds_of([&] { algebra.macro_decode(text, decoded); }), 5.0);
     EXPECT_EQ(decoded, text.replace(0, 2, "1"));
+}
+
+TEST_F(long_input, many_variables_in_the_order_of_their_names_cost_no_more_than_their_number) {
+    constexpr int first = lots; // names of one length
+    EXPECT_LT(seconds_of([&] {
+                  for (int i = 0; i < 50 * thousand; ++i) {
+                      algebra.assign("v" + std::to_string(first + i), i);
+                  }
+                  for (int i = 0; i < 50 * thousand; ++i) {
+                      algebra.get("v" + std::to_string(first + i));
+                  }
+              }),
+              10.0);
+    EXPECT_EQ(outcome("v149999"), "(i) 49999");
 }
 
 TEST_F(long_input, many_script_functions_are_found_and_called) {

@@ -174,6 +174,31 @@ TEST_F(token, knows_its_depth_lowered_by_one_when_bound) {
     }
 }
 
+TEST_F(token, without_operands_lowers_its_depth_when_bound_and_takes_nothing) {
+    list_t tokens;
+    ASSERT_TRUE(algebra.parse("((1))", tokens));
+    auto position = tokens.begin();
+    std::string error;
+    EXPECT_TRUE(tokens.front()->construct(tokens, position, error));
+    EXPECT_EQ(tokens.front()->depth, 1);
+    EXPECT_EQ(tokens.size(), 1U);
+}
+
+TEST_F(token, of_a_call_without_parameters_takes_nothing) {
+    algebra.macro_define("f()", "1");
+    algebra.define("g", [](algebra_t&) { return result_t(2); });
+    for (const char* text : {"f x", "g x"}) {
+        list_t tokens;
+        EXPECT_FALSE(algebra.parse(text, tokens));
+        ASSERT_EQ(tokens.size(), 2U);
+        auto position = tokens.begin();
+        std::string error;
+        EXPECT_TRUE(tokens.front()->construct(tokens, position, error));
+        EXPECT_EQ(position, std::next(tokens.begin())) << text;
+        EXPECT_EQ(tokens.size(), 2U);
+    }
+}
+
 TEST_F(token, of_an_operator_that_was_not_reached_has_its_strength) {
     const struct {
         const char* text;

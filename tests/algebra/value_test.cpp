@@ -4,8 +4,12 @@
 
 #include <climits>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 #include "algebra/result.h"
 
@@ -74,6 +78,36 @@ TEST(value, of_a_long_keeps_32_bits_of_it) {
     expect_views(result_t(static_cast<long>(0xFFFFFFFFLL)), 0, -1, -1.0f, "");
 }
 
+TEST(value, of_the_other_integer_types_is_an_integer_where_32_bits_hold_it) {
+    expect_views(result_t(5U), 0, 5, 5.0f, "");
+    expect_views(result_t(5UL), 0, 5, 5.0f, "");
+    expect_views(result_t(-5LL), 0, -5, -5.0f, "");
+    expect_views(result_t(5ULL), 0, 5, 5.0f, "");
+    expect_views(result_t(2147483647U), 0, INT_MAX, 2147483648.0f, "");
+    expect_views(result_t(-2147483648LL), 0, INT_MIN, -2147483648.0f, "");
+    expect_views(result_t(std::size_t{16777217}), 0, 16777217, 16777216.0f, "");
+}
+
+TEST(value, of_an_integer_beyond_32_bits_is_the_nearest_float) {
+    expect_views(result_t(2147483648U), 1, INT_MAX, 2147483648.0f, "");
+    expect_views(result_t(4294967295UL), 1, INT_MAX, 4294967296.0f, "");
+    expect_views(result_t(-2147483649LL), 1, INT_MIN, -2147483648.0f, "");
+    expect_views(result_t(std::numeric_limits<long long>::min()), 1, INT_MIN, -0x1p63f, "");
+    expect_views(result_t(std::numeric_limits<std::uint64_t>::max()), 1, INT_MAX, 0x1p64f, "");
+    // Rounded once: by way of a double it would be 2^40.
+    expect_views(result_t(0x10000010001ULL), 1, INT_MAX, 0x1.000002p40f, "");
+}
+
+TEST(value, of_a_small_type_is_an_integer_by_promotion) {
+    enum count_t { five = 5 };
+    enum class byte_t : std::uint8_t {};
+    expect_views(result_t(std::uint8_t{200}), 0, 200, 200.0f, "");
+    expect_views(result_t(std::int16_t{-3}), 0, -3, -3.0f, "");
+    expect_views(result_t('a'), 0, 97, 97.0f, "");
+    expect_views(result_t(five), 0, 5, 5.0f, "");
+    EXPECT_FALSE((std::is_constructible_v<result_t, byte_t>));
+}
+
 TEST(value, of_a_float_is_truncated_towards_zero_as_integer) {
     expect_views(result_t(2.75f), 1, 2, 2.75f, "");
     expect_views(result_t(-2.75f), 1, -2, -2.75f, "");
@@ -107,6 +141,18 @@ TEST(value, of_a_string_reads_as_0) {
 TEST(value, of_a_literal_is_a_string_and_no_boolean) {
     expect_views(result_t("12"), 2, 0, 0.0f, "12");
     expect_views(result_t(""), 2, 0, 0.0f, "");
+}
+
+TEST(value, takes_the_memory_of_a_string_that_is_given_away) {
+    std::string text(1000, 'x');
+    result_t value(std::move(text));
+    expect_views(value, 2, 0, 0.0f, std::string(1000, 'x'));
+    EXPECT_TRUE(text.empty()); // NOLINT(bugprone-use-after-move): the point of the test
+    const result_t moved(std::move(value));
+    EXPECT_EQ(moved.string_get(false, 0), std::string(1000, 'x'));
+    value = 3;
+    expect_views(value, 0, 3, 3.0f, "");
+    EXPECT_TRUE(std::is_nothrow_move_constructible_v<result_t>);
 }
 
 TEST(value, of_a_string_keeps_every_byte) {

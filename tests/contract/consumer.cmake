@@ -1,7 +1,7 @@
 # Configures and builds a separate project against an installed tree, runs its program and
 # compares the output.
 # Usage: cmake -D source=... -D folder=... -D prefix=... -D libraries=... -D expected=...
-#        -D generator=... [-D toolchain=...] -D compiler=... [-D emulator=...] -P consumer.cmake
+#        -D program="NAME|ARGUMENT..." -D generator=... [-D toolchain=...] -D compiler=... [-D emulator=...] -P consumer.cmake
 cmake_minimum_required(VERSION 3.22)
 include(${CMAKE_CURRENT_LIST_DIR}/run.cmake)
 
@@ -21,5 +21,6 @@ set(ENV{PKG_CONFIG_PATH} ${prefix}/${libraries}/pkgconfig)
 file(REMOVE_RECURSE ${folder})
 run(ignored ${CMAKE_COMMAND} -S ${source} -B ${folder} -G ${generator} ${settings})
 run(ignored ${CMAKE_COMMAND} --build ${folder})
-run(output ${emulator} ${folder}/consumer -n 3)
+string(REPLACE "|" ";" program "${program}")
+run(output ${emulator} ${folder}/${program})
 compare_or_write("${output}" ${expected} "lines of the consumer")

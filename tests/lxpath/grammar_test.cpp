@@ -154,6 +154,13 @@ TEST(path, that_is_null_is_an_error) {
     EXPECT_TRUE(throws([] { xname_t()._parse(nullptr); }, "path is null"));
 }
 
+TEST(path, that_is_null_leaves_an_earlier_one) {
+    xpath_t path;
+    path.parse("a/b[c]");
+    EXPECT_TRUE(throws([&] { path.parse(nullptr); }, "path is null"));
+    EXPECT_EQ(path.steps.size(), 2U);
+}
+
 TEST(path_parts, tell_where_they_end) {
     xname_t name;
     EXPECT_STREQ(name._parse("@p:x[y]"), "[y]");
@@ -198,7 +205,7 @@ TEST(acceptable, marks_letters_digits_the_point_and_the_underscore) {
     const std::string names = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._";
     for (int byte = 0; byte < 256; ++byte) {
         const bool expected = names.find(static_cast<char>(byte)) != std::string::npos;
-        EXPECT_EQ(acceptable[byte] != 0, expected) << byte;
+        EXPECT_EQ(acceptable[byte], expected ? 1 : 0) << byte;
     }
 }
 

@@ -1,9 +1,12 @@
 // The hook by which tests make allocations fail.
 #include "support/allocations.h"
 
+#include <gtest/gtest-spi.h>
+
 #include <cstdlib>
 #include <list>
 #include <new>
+#include <stdexcept>
 
 // Replaced for the whole program: an allocation can be made to fail.
 void* operator new(std::size_t size) {
@@ -26,7 +29,22 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     }
 }
 
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    if (test::allocations_left >= 0 && test::allocations_left-- == 0) {
+        throw std::bad_alloc();
+    }
+    void* block = nullptr;
+    if (posix_memalign(&block, static_cast<std::size_t>(alignment), size) != 0) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
 void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::align_val_t) noexcept {
     std::free(block);
 }
 
@@ -45,6 +63,12 @@ TEST(allocations, fail_at_the_number_that_is_asked_for) {
     EXPECT_EQ(test::outcome(two, 1), "std::bad_alloc");
     EXPECT_EQ(test::outcome(two, 2), "not reached");
     EXPECT_EQ(test::fail_each("a list of two", two), 2);
+}
+
+TEST(allocations, are_no_longer_made_to_fail_after_another_exception) {
+    EXPECT_NONFATAL_FAILURE(
+        test::fail_each("another exception", [] { throw std::runtime_error("another"); }),
+        ": another");
 }
 
 } // namespace

@@ -122,4 +122,27 @@ TEST(threads, may_each_read_the_constants) {
     at_once(read, read);
 }
 
+/// Reads a whole document without adding a name to it.
+void read(const ko::lxml::document_t& document) {
+    const ko::lxml::element_t& root = *document.root;
+    EXPECT_EQ("2", root.child_find("d")->attribute_find("id", "urn:x")->value);
+    EXPECT_EQ(nullptr, root.attribute_find("a name that nobody knows"));
+    EXPECT_EQ(nullptr, root.child_find("c", "urn:unknown"));
+    std::size_t found = 0;
+    for (const ko::lxml::element_t* c : root.children_named("c")) {
+        found += c->attributes.size() + document.elements.count(c) + c->name_get().size();
+    }
+    EXPECT_EQ(9U, found);
+    EXPECT_EQ(1UL, document.position_get(&root)->line);
+}
+
+TEST(threads, may_read_one_document_that_nobody_changes) {
+    ko::lxml::document_t document;
+    ko::lxml::load_options_t options;
+    options.positions = true;
+    document.load_from_string(
+        "<r xmlns:x='urn:x'><c a='1'/><c a='2'/><d x:id='2'/><c a='3'/></r>", options);
+    at_once([&] { read(document); }, [&] { read(document); });
+}
+
 } // namespace

@@ -131,4 +131,49 @@ TEST_F(foreign_children, of_a_switch_are_recognised_by_their_own_table) {
     EXPECT_EQ(test::printed(preprocessor.process(top, flags)), "<r ><b /></r>");
 }
 
+/// Names that only included files hold.
+class texts_of_included_files : public test::include_test_t {
+protected:
+    texts_of_included_files() {
+        dir.write("first.xml", "<r xmlns:x='" + ko::xpp::default_xpp_uri +
+                                   "'><x:if condition='0' z='1'/></r>");
+        dir.write("second.xml", "<r><b a='1' z='2'/></r>");
+        write("main.xml", "<x:include file='first.xml'/><x:if condition='again'>"
+                          "<x:include file='second.xml'/></x:if>");
+        sources.emplace_back();
+        sources.back().load(dir.path("main.xml"));
+        preprocessor.insert_argument("again", false);
+        preprocessor.process(sources.back().root, flags);
+    }
+
+    /// What a second `process` on the same source makes.
+    std::string again(ko::xpp::preprocessor_t& by) {
+        by.insert_argument("again", true);
+        return test::printed(by.process(sources.back().root, flags));
+    }
+};
+
+TEST_F(texts_of_included_files, order_the_attributes_of_later_ones_as_in_one_table) {
+    EXPECT_EQ(again(preprocessor), "<r ><b z=\"2\" a=\"1\" /></r>");
+}
+
+TEST_F(texts_of_included_files, do_so_for_another_preprocessor_too) {
+    document_t other_output;
+    ko::xpp::preprocessor_t other(other_output, nullptr);
+    EXPECT_EQ(again(other), "<r ><b z=\"2\" a=\"1\" /></r>");
+}
+
+TEST_F(texts_of_included_files, are_added_to_the_table_of_the_source) {
+    EXPECT_GE(sources.back().atoms->find("z"), 0);
+    EXPECT_EQ(sources.back().atoms->find("a"), -1);
+}
+
+TEST_F(texts_of_included_files, stay_good_when_the_source_is_gone) {
+    write("define.xml", "<x:define name='d'><b a='1' z='2'/></x:define>");
+    process_file("define.xml");
+    sources.clear();
+    EXPECT_EQ(run("<x:include file='" + dir.path("define.xml") + "'/><x:insert name='d'/>"),
+              "<b a=\"1\" z=\"2\" />");
+}
+
 } // namespace

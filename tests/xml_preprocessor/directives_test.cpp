@@ -218,6 +218,12 @@ TEST_F(directives, an_attribute_is_found_whatever_its_namespace) {
         << "the one without a namespace is the first in the element's order";
 }
 
+TEST_F(directives, an_attribute_without_a_namespace_comes_before_all_others) {
+    // "r" is the first name that the document interns, and so the first namespace in order.
+    EXPECT_EQ(run("<x:if xmlns:q='r' q:condition='0' condition='1'><a/></x:if>"), "<a />");
+    EXPECT_EQ(run("<x:if xmlns:q='r' q:condition='1' condition='0'><a/></x:if>"), "");
+}
+
 TEST_F(directives, the_first_of_several_attributes_decides_whether_it_is_evaluated) {
     const std::string define = "<x:define name='1+1'><text/></x:define>"
                                "<x:define name='2'><value/></x:define>";

@@ -176,6 +176,14 @@ TEST_F(include, of_itself_may_end_by_a_condition) {
     EXPECT_EQ(run("<a e:n='n'/>"), "<a n=\"150\" />");
 }
 
+TEST_F(include, of_itself_works_to_the_limit_and_not_one_level_more) {
+    write("part.xml", "<x:if condition='n=n-1'><x:include file='part.xml'/></x:if>");
+    write("main.xml", "<x:evaluate expression='n=200'/><x:include file='part.xml'/>");
+    EXPECT_EQ(process_file("main.xml"), "<r />");
+    write("more.xml", "<x:evaluate expression='n=201'/><x:include file='part.xml'/>");
+    EXPECT_TRUE(file_fails("more.xml", "include nested more than 200 levels deep: part.xml"));
+}
+
 /// Generates the children of a root of its own.
 class part_plugin_t : public ko::xpp::plugin_t {
 public:

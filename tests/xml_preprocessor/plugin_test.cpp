@@ -113,6 +113,13 @@ TEST_F(plugins, that_generate_for_themselves_end_at_the_limit) {
     EXPECT_EQ(run("<a/>"), "<a />");
 }
 
+TEST_F(plugins, that_generate_for_themselves_work_to_the_limit_and_not_one_level_more) {
+    add_fixed("gen", "<x:if condition='n=n-1'><x:plugin name='gen'/></x:if>");
+    EXPECT_EQ(run("<x:evaluate expression='n=200'/><x:plugin name='gen'/>"), "");
+    EXPECT_TRUE(fails("<x:evaluate expression='n=201'/><x:plugin name='gen'/>",
+                      "plugin nested more than 200 levels deep: gen"));
+}
+
 TEST_F(plugins, may_define_what_is_inserted_later) {
     add_fixed("gen", "<x:define name='d'><x:if condition='1'><a/></x:if></x:define>");
     EXPECT_EQ(run("<x:plugin name='gen'/><x:insert name='d'/>"), "<a />");

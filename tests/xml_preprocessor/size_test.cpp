@@ -116,6 +116,14 @@ TEST_F(recursive_insert, without_an_end_stops_at_the_limit) {
     EXPECT_EQ(run("<x:define name='d'><b/></x:define><x:insert name='d'/>"), "<b />");
 }
 
+TEST_F(recursive_insert, works_to_the_limit_and_not_one_level_more) {
+    const std::string define = "<x:define name='d'><x:if condition='n=n-1'><x:insert name='d'/>"
+                               "</x:if></x:define>";
+    EXPECT_EQ(run(define + "<x:evaluate expression='n=10000'/><x:insert name='d'/>"), "");
+    EXPECT_TRUE(fails("<x:evaluate expression='n=10001'/><x:insert name='d'/>",
+                      "insert nested more than 10000 levels deep: d"));
+}
+
 TEST_F(recursive_insert, limit_counts_levels_and_not_insertions) {
     EXPECT_EQ(run("<x:define name='d'/><x:repeat index='i' first='1' last='10001'>"
                   "<x:insert name='d'/></x:repeat>"),

@@ -2,6 +2,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 
 #include "support/allocations.h"
 #include "support/temp_dir.h"
@@ -112,6 +113,75 @@ TEST_P(out_of_memory_preprocessor, registration_that_fails_leaves_the_plugin_to_
     EXPECT_EQ(plugin->generate(nullptr), generated.root);
 }
 
+/// Asks where it is whenever it is told something.
+class asking_t : public ko::xpp::observer_t {
+public:
+    using place_t = ko::xpp::place_t;
+
+    explicit asking_t(const preprocessor_t& by) : preprocessor(by) {}
+    void file_opened(const std::string&) override { ask(); }
+    void expression_failed(const place_t&, const std::string&, const std::string&) override {
+        ask();
+    }
+    void directive_unknown(const place_t&, const std::string&) override { ask(); }
+    void text_dropped(const place_t&) override { ask(); }
+    void element_made(const element_t&, const element_t&) override { ask(); }
+
+    std::size_t answers = 0;
+
+private:
+    void ask() { answers += preprocessor.trace_get().size(); }
+
+    const preprocessor_t& preprocessor;
+};
+
+/// A source that fails in a file in a loop, after everything that an observer is told of.
+class out_of_memory_trace : public out_of_memory_preprocessor {
+protected:
+    void SetUp() override {
+        dir.write(
+            "failing.xml",
+            test::wrapped("a text that is too long for a short string"
+                          "<a e:attribute_with_a_long_name='an expression that fails +'/>"
+                          "<x:directive_that_is_not_known/><x:insert name='a long name that "
+                          "is not defined'/>"));
+        source.load_from_string(
+            test::wrapped("<x:repeat index='an_index_with_a_long_name' first='1' last='2'>"
+                          "<x:include file='file'/></x:repeat>"));
+    }
+
+    /// Processes with one allocation failing.
+    /// @return what became of it, and how many places the trace has
+    std::pair<std::string, std::size_t> process(long number) {
+        document_t output;
+        file_cache_t cache;
+        preprocessor_t preprocessor(output, GetParam() ? &cache : nullptr);
+        asking_t asking(preprocessor);
+        preprocessor.observer_set(&asking);
+        preprocessor.resolver_set(
+            [this](const std::string&, const element_t&) { return dir.path("failing.xml"); });
+        const std::string first = test::outcome(
+            [&] { preprocessor.process(source.root, preprocessor_t::process_include); }, number);
+        return {first, preprocessor.trace_get().size()};
+    }
+};
+
+TEST_P(out_of_memory_trace, is_whole_or_empty_and_the_failure_as_it_was) {
+    const quiet_t quiet;
+    const std::string failure = "insert name not defined: a long name that is not defined";
+    std::pair<std::string, std::size_t> last;
+    long number = 0;
+    for (; last.first != failure || last.second == 0; ++number) {
+        last = process(number);
+        EXPECT_TRUE(last.first == failure || last.first.substr(0, 14) == "std::bad_alloc")
+            << last.first;
+        EXPECT_LE(last.second, 3U);
+    }
+    EXPECT_EQ(last.second, 3U);
+    EXPECT_GT(test::tell(GetParam() ? "a failure with a cache" : "a failure", number), 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_trace, testing::Bool());
 INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_preprocessor, testing::Bool());
 
 } // namespace

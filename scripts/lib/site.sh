@@ -1,0 +1,46 @@
+# shellcheck shell=bash disable=SC2154
+# The parts of the manual's site; sourced. Stands on common.sh.
+
+# What building the site needs.
+# shellcheck disable=SC2034
+site_packages=(doxygen linkchecker mkdocs mkdocs-material)
+
+# The pages in one folder: those of docs/, and those of the top folder under names of the site. Links
+# between the two are put right.
+pages_gather() {
+    local pages=build/docs/pages
+    mkdir -p "$pages"
+    cp docs/*.md docs/*.svg docs/site/*.css docs/site/api-reference.md "$pages" 2>/dev/null || true
+    cp README.md "$pages/index.md"
+    cp CHANGELOG.md "$pages/changelog.md"
+    cp SECURITY.md "$pages/security-policy.md"
+    cp CONTRIBUTING.md "$pages/contributing.md"
+    cp tests/README.md "$pages/tests.md"
+    sed -i -E 's#\]\((\.\./)?tests/README\.md#](tests.md#g
+               s#\]\((docs|\.\./docs)/#](#g; s#\]\((\.\./)?README\.md#](index.md#g
+               s#\]\((\.\./)?CHANGELOG\.md#](changelog.md#g
+               s#\]\((\.\./)?CONTRIBUTING\.md#](contributing.md#g
+               s#\]\((\.\./)?SECURITY\.md#](security-policy.md#g
+               s#src="docs/#src="#g' "$pages"/*.md
+}
+
+# The public headers: what kobase.h reaches.
+public_headers() {
+    g++ -std=c++17 -MM -I src src/kobase.h | grep -o 'src/[^ ]*\.h' | sort -u
+}
+
+# Usage: reference_build FOLDER
+reference_build() {
+    mkdir -p "$1"
+    {
+        cat docs/site/Doxyfile
+        echo "INPUT = $(public_headers | tr '\n' ' ')"
+        echo "OUTPUT_DIRECTORY = $1"
+    } >build/docs/Doxyfile
+    quietly docs-doxygen doxygen build/docs/Doxyfile
+}
+
+links_check() {
+    quietly docs-links linkchecker --no-status -f docs/site/linkcheckerrc \
+        --ignore-url='^https?:' build/docs/site/index.html
+}

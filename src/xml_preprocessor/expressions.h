@@ -1,0 +1,55 @@
+/// @file
+/// The expressions of a configuration.
+///
+/// An expression in a loop is evaluated again and again, and parsing it takes longer than
+/// evaluating it. So the programs of the last texts are kept by text. A program depends on the
+/// functions and macros of the evaluator. These change only through `algebra_get`, after which
+/// nothing is kept any more. What is kept is bounded in number and size, and is dropped as a
+/// whole where a new text finds no room.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+
+#include "algebra/algebra.h"
+
+namespace ko::xpp {
+
+/// The name that an expression of the form "name = ..." assigns to; empty for others.
+std::string assigned_name(const std::string& expression);
+
+/// Evaluates expressions with one evaluator.
+class expressions_t {
+public:
+    /// Evaluates an expression.
+    /// @throws ko::exception_t what the evaluator reports
+    alg::result_t evaluate(const std::string& text);
+
+    /// Evaluates "name = piece", which is not kept: a piece seldom comes again.
+    /// @throws ko::exception_t what the evaluator reports
+    void assign(const std::string& name, const std::string& piece);
+
+    /// Evaluates an expression as `algebra_t::evaluate_safe` does, line of diagnosis included.
+    /// @param value receives the text of the value
+    /// @param message receives why there is none
+    /// @return whether there is one
+    bool evaluate_safe(const std::string& text, std::string& value, std::string& message);
+
+    /// The evaluator, to assign variables and to read them.
+    alg::algebra_t& variables_get() { return algebra; }
+    /// The evaluator, for whatever its host does to it.
+    alg::algebra_t& algebra_get();
+
+private:
+    const alg::list_t* program_get(const std::string& text, alg::list_t& own);
+    const alg::list_t* program_keep(const std::string& text);
+
+    alg::algebra_t algebra;
+    std::unordered_map<std::string, alg::list_t> programs;
+    std::size_t kept_bytes = 0; ///< length of all texts in `programs`
+    std::string variable;       ///< a name that numbers can be assigned to
+    bool shared = false;        ///< whether a host may change the evaluator
+};
+
+} // namespace ko::xpp
