@@ -4,11 +4,14 @@
 
 #include <iostream>
 
+#include "exception/uncancelled.h"
+
 namespace ko {
 
 /// Writes the pieces as one line. What it tells of is on its way to the caller and must arrive
-/// unchanged, so a line that cannot be written is left out.
+/// unchanged, so a line that cannot be written is left out. A cancellation of the thread waits.
 template <class... P> void diagnose(const P&... pieces) noexcept {
+    const uncancelled_t uncancelled;
     try {
         (std::cout << ... << pieces) << std::endl;
     } catch (...) {

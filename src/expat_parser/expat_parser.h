@@ -3,10 +3,10 @@
 #pragma once
 
 #include <cstring>
-#include <map>
 #include <string>
 
 #include "errorcode/errorcode.h"
+#include "expat_parser/attribute_map.h"
 #include "export.h"
 
 struct XML_ParserStruct;
@@ -17,11 +17,15 @@ namespace ko::xml {
 ///
 /// Derive from it and override the callbacks; they do nothing here. An object owns its expat
 /// parser and reads one document: a second `parse` or `parse_buffer`, and one out of a callback,
-/// fails with `xml_parse_error`. Expat's protection against entities that explode is on, the
-/// number of entities that refer to entities is limited, and nothing outside the document is
-/// fetched. It is used by one thread, on which the callbacks run. After the first exception out
-/// of a callback no further callback is made, and the parse throws it as a `ko::errorcode_t`; an
-/// exception that is no `std::exception` only silences the callbacks, which callers rely on.
+/// fails with `xml_parse_error`. Expat's protection against entities that explode is on, what a
+/// document may cost beyond its size is limited, and nothing outside the document is fetched. It
+/// is used by one thread, on which the callbacks run. After the first exception out of a callback
+/// no further callback is made, and the parse throws it as a `ko::errorcode_t`; an exception that
+/// is no `std::exception` only silences the callbacks, which callers rely on.
+///
+/// A thread that is cancelled during `parse` unwinds while it waits for the file; the file is
+/// closed and the parser stays as used as after an error. In a callback and in `parse_buffer`
+/// a cancellation waits until they have returned.
 class KO_API expat_parser_t {
 public:
     /// Orders zero-terminated strings by `strcmp`.
@@ -30,7 +34,7 @@ public:
     };
 
     /// Attribute values by name. The pointers are expat's and valid only during the callback.
-    using attribute_map_t = std::map<const char*, const char*, string_cmp_t>;
+    using attribute_map_t = xml::attribute_map_t;
 
     /// @name Callbacks
     /// With namespace processing a name is "uri|local|prefix", "uri|local" in a default namespace
@@ -73,12 +77,14 @@ public:
 
 private:
     friend struct ko::layout_t;
-    friend struct expat_callbacks_t;
+    friend class run_t;
+    friend struct handlers_t;
 
     XML_ParserStruct* parser;
     std::string file_name;
     unsigned error_code;
     std::string error_message;
+    std::string refusal; ///< message of the limit that stopped the parse, with its place
 };
 
 } // namespace ko::xml

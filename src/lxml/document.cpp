@@ -1,11 +1,11 @@
 #include "lxml/document.h"
 
-#include <memory>
+#include <new>
+#include <utility>
 
-#include "exception/diagnosis.h"
 #include "exception/exception.h"
-#include "lxml/ownership.h"
-#include "lxml/sax.h"
+#include "lxml/atom_map.h"
+#include "lxml/pool.h"
 
 namespace ko::lxml {
 
@@ -27,8 +27,8 @@ const std::string& bound_text(const std::map<int, int>& bindings, int id,
 
 } // namespace
 
-void require_owned(const document_t& document, const element_t* e) {
-    if (document.elements.count(const_cast<element_t*>(e)) == 0) {
+void document_t::require_owned(const element_t* e) const {
+    if (elements.count(const_cast<element_t*>(e)) == 0) {
         throw exception_t(std::string("element_free() -- given element not in document"));
     }
 }
@@ -44,62 +44,138 @@ document_t::document_t(const document_t& source) : document_t() {
 }
 
 document_t::~document_t() {
-    for (const element_t* e : elements) {
-        delete e;
+    elements_free();
+}
+
+/// What lies in the pool is left to it; only what lies elsewhere is freed element by element.
+void document_t::elements_free() noexcept {
+    if (pool != nullptr) {
+        pool->close();
     }
+    for (element_t* const e : elements) {
+        e->element_t::~element_t();
+    }
+    elements.clear();
+    positions.reset();
+    pool.reset();
+}
+
+void document_t::clear() noexcept {
+    elements_free();
+    root = nullptr;
+    uri_to_prefix.clear();
+    prefix_to_uri.clear();
+    file_name.clear();
+    stylesheet.clear();
+}
+
+void document_t::copy(const document_t& source) {
+    if (this == &source) {
+        return;
+    }
+    document_t made(atoms);
+    made.root = source.root == nullptr ? nullptr : source.root->clone_whole(made);
+    atom_map_t names(*source.atoms, *atoms);
+    for (const auto& [uri, prefix] : source.uri_to_prefix) {
+        const int uri_id = names.get(uri);
+        made.uri_to_prefix[uri_id] = names.get(prefix);
+    }
+    for (const auto& [prefix, uri] : source.prefix_to_uri) {
+        const int prefix_id = names.get(prefix);
+        made.prefix_to_uri[prefix_id] = names.get(uri);
+    }
+    made.file_name = source.file_name;
+    made.stylesheet = source.stylesheet;
+    take(made);
+}
+
+/// Takes what another document with the same atom table holds, and gives it what it holds itself.
+void document_t::take(document_t& other) noexcept {
+    for (element_t* const e : other.elements) {
+        e->document = this;
+    }
+    for (element_t* const e : elements) {
+        e->document = &other;
+    }
+    uri_to_prefix.swap(other.uri_to_prefix);
+    prefix_to_uri.swap(other.prefix_to_uri);
+    file_name.swap(other.file_name);
+    stylesheet.swap(other.stylesheet);
+    elements.swap(other.elements);
+    std::swap(root, other.root);
+    positions.swap(other.positions);
+    pool.swap(other.pool);
 }
 
 element_t* document_t::element_create(const std::string& name, const std::string& ns) {
     const int name_id = atoms->get(name);
-    const int ns_id = atoms->get(ns);
-    std::unique_ptr<element_t> e(new element_t(this, name_id, ns_id));
-    elements.insert(e.get());
-    return e.release();
+    return element_make(name_id, atoms->get(ns));
+}
+
+element_t* document_t::element_make(int name_id, int ns_id) {
+    if (pool == nullptr) {
+        pool = std::make_unique<pool_t>();
+    }
+    void* const place = pool->allocate(sizeof(element_t), pool_t::element);
+    element_t* const e = new (place) element_t(this, name_id, ns_id);
+    try {
+        elements.insert(e);
+    } catch (...) {
+        element_destroy(e);
+        throw;
+    }
+    return e;
+}
+
+void document_t::element_destroy(element_t* e) noexcept {
+    e->element_t::~element_t();
+    pool->release(e, sizeof(element_t));
 }
 
 void document_t::element_free(element_t* e) {
-    require_owned(*this, e);
+    require_owned(e);
     if (e == root) {
         root = nullptr;
     }
     elements.erase(e);
-    delete e;
+    if (positions != nullptr) {
+        positions->erase(e);
+    }
+    element_destroy(e);
 }
 
-void document_t::element_remove(element_t* e) {
-    require_owned(*this, e);
-    if (root != nullptr) {
-        root->child_remove(e);
+void document_t::tree_free(element_t* e) noexcept {
+    // Each child hands its children over before it goes, so that nothing is allocated.
+    while (!e->children.empty()) {
+        element_t* const child = e->children.front();
+        e->children.splice(e->children.end(), child->children);
+        e->children.pop_front();
+        element_free(child);
     }
     element_free(e);
 }
 
-bool document_t::load(const std::string& file) {
-    file_name = file;
-    try {
-        root = load_raw(file);
-    } catch (...) {
-        diagnose("Caught exception in ", file);
-        throw;
+const position_t* document_t::position_get(const element_t* e) const {
+    if (positions == nullptr) {
+        return nullptr;
     }
-    return true;
+    const auto found = positions->find(e);
+    return found == positions->end() ? nullptr : &found->second;
 }
 
-element_t* document_t::load_raw(const std::string& file) {
-    sax_t reader(*this);
-    reader.parse(file);
-    return reader.root_get();
+void document_t::position_set(const element_t* e, const position_t& position) {
+    if (positions == nullptr) {
+        positions = std::make_unique<positions_t>();
+    }
+    positions->insert_or_assign(e, position);
 }
 
-bool document_t::load_from_string(const std::string& text) {
-    root = load_from_string_raw(text);
-    return true;
-}
-
-element_t* document_t::load_from_string_raw(const std::string& text) {
-    sax_t reader(*this);
-    reader.parse_buffer(text);
-    return reader.root_get();
+void document_t::element_remove(element_t* e) {
+    require_owned(e);
+    if (root != nullptr) {
+        root->child_remove(e);
+    }
+    element_free(e);
 }
 
 void document_t::add_ns_prefix(const std::string& prefix, const std::string& uri) {

@@ -4,27 +4,34 @@
 
 #include <iosfwd>
 #include <map>
-#include <set>
+#include <memory>
 #include <string>
+#include <unordered_map>
 
 #include "errorcode/errorcode.h"
 #include "export.h"
 #include "lxml/atom_table.h"
 #include "lxml/element.h"
+#include "lxml/element_set.h"
+#include "lxml/load_options.h"
 #include "lxml/write.h"
 
 namespace ko::lxml {
+
+class pool_t;
 
 /// An XML document: the owner of all elements made in it, of their names and of the namespace
 /// prefixes met while loading.
 ///
 /// Its destructor deletes every element. A shared atom table is borrowed and must outlive it. A
 /// document and its elements are used by one thread at a time. A load that throws leaves `root`
-/// as it was; elements made before the failure stay owned by the document.
+/// as it was; elements made before the failure stay owned by the document. So do those of an
+/// earlier tree when another one is loaded. A thread that is cancelled while it waits for a file
+/// leaves the same, and no line on standard output.
 class KO_API document_t {
 public:
     /// Every element of the document, by address.
-    using elements_t = std::set<element_t*>;
+    using elements_t = element_set_t;
 
     /// An empty document with an atom table of its own.
     document_t();
@@ -49,7 +56,16 @@ public:
     /// Unlinks `e` from the tree, frees its descendants and `e` itself. Of an element that does
     /// not hang below the root, and of the root, the descendants stay.
     /// @throws ko::exception_t "element_free() -- given element not in document"
+    ///
+    /// The whole tree is searched; `element_t::child_erase` is for who knows the parent.
     void element_remove(element_t* e);
+    /// Frees all elements and forgets the root, the prefixes, the file name and the stylesheet.
+    /// The atoms stay.
+    void clear() noexcept;
+    /// Replaces what the document holds by a copy of `source`: the tree with its texts and CDATA,
+    /// prefixes, file name and stylesheet. An exception leaves the document as it was, but for
+    /// its atoms. A document is not copied onto itself.
+    void copy(const document_t& source);
     /// @}
 
     /// @name Loading
@@ -70,6 +86,28 @@ public:
     /// Builds the tree of a text; `root` stays.
     /// @return the top element
     element_t* load_from_string_raw(const std::string& text);
+    /// @}
+
+    /// @name Loading with options
+    /// A failure, and the cancellation of the thread, leaves `root` and `file_name` as they were,
+    /// and with `discard_on_failure` the elements and the prefixes too; atoms stay.
+    /// @{
+
+    /// Builds the tree of a file and makes it the root; sets `file_name`.
+    /// @return true
+    /// @throws ko::lxml::load_error_t with the code and the message of `load(file)`
+    bool load(const std::string& file, const load_options_t& options);
+    /// Builds the tree of what is left of a stream and makes it the root.
+    /// @return true
+    /// @throws ko::lxml::load_error_t; one of `xml_file_read` where the stream goes bad
+    bool load(std::istream& in, const load_options_t& options);
+    /// Builds the tree of a text and makes it the root.
+    /// @return true
+    /// @throws ko::lxml::load_error_t with the code and the message of `load_from_string(text)`
+    bool load_from_string(const std::string& text, const load_options_t& options);
+    /// Where the start tag of an element stands that was loaded with `positions`.
+    /// @return null for any other element; valid until the element is freed
+    const position_t* position_get(const element_t* e) const;
     /// @}
 
     /// Writes the tree to a file; a document without a root gives an empty file.
@@ -130,6 +168,30 @@ public:
     element_t* root;                  ///< top of the tree, or null
     atom_table_t* atoms;              ///< the table in use
     atom_table_t own_atoms;           ///< the document's own table
+
+private:
+    friend struct ko::layout_t;
+    friend class element_t;
+    friend class sax_t;
+
+    class KO_LOCAL load_guard_t;
+    using positions_t = std::unordered_map<const element_t*, position_t>;
+
+    KO_LOCAL element_t* element_make(int name_id, int ns_id);
+    /// Frees an element with its descendants, each of which is linked in one place.
+    KO_LOCAL void tree_free(element_t* e) noexcept;
+    KO_LOCAL void position_set(const element_t* e, const position_t& position);
+    /// Makes sure that the document owns `e`, before which nothing of `e` may be touched: an
+    /// element that is linked in two places is freed when the first of them is.
+    /// @throws ko::exception_t "element_free() -- given element not in document"
+    KO_LOCAL void require_owned(const element_t* e) const;
+
+    KO_LOCAL void take(document_t& other) noexcept;
+    KO_LOCAL void elements_free() noexcept;
+    KO_LOCAL void element_destroy(element_t* e) noexcept;
+
+    std::unique_ptr<positions_t> positions; ///< null when there are none
+    std::unique_ptr<pool_t> pool;           ///< where the elements lie; null before the first
 };
 
 /// Splits a name at its first ":".

@@ -1,42 +1,75 @@
 #include "lxml/sax.h"
 
-#include "exception/exception.h"
+#include "expat_parser/run.h"
 
 namespace ko::lxml {
 
-sax_t::sax_t(document_t& target)
-    : expat_parser_t(true), document(target), root(nullptr), in_cdata(false) {}
+sax_t::sax_t(document_t& target, const load_options_t& settings,
+             const xml::expat_parser_t& reader)
+    : document(target), options(settings), parser(reader), root(nullptr), elements(0),
+      in_cdata(false), names(target) {}
 
 sax_t::~sax_t() = default;
 
-void sax_t::split_name(const std::string& name) {
-    const unsigned count = tokens.tokenize(name, "|");
-    if (count < 1 || count > 3) {
-        throw exception_t("error parsing uri : got %i tokens", static_cast<int>(count));
+void sax_t::require_limits() const {
+    if (options.depth_max != 0 && stack.size() >= options.depth_max) {
+        throw xml::refusal_t{"elements nested more than " + std::to_string(options.depth_max) +
+                             " levels deep"};
     }
-    if (count == 1) {
-        ns.clear();
-        local.swap(tokens[0]);
-        return;
+    if (options.elements_max != 0 && elements >= options.elements_max) {
+        throw xml::refusal_t{"more than " + std::to_string(options.elements_max) + " elements"};
     }
-    if (count == 3) {
-        document.add_ns_prefix(tokens[2], tokens[0]);
-    }
-    ns.swap(tokens[0]);
-    local.swap(tokens[1]);
 }
 
-void sax_t::start_element(const std::string& name, const attribute_map_t& attributes) {
-    split_name(name);
-    element_t* const e = document.element_create(local, ns);
-    for (const auto& [attribute_name, value] : attributes) {
-        split_name(attribute_name);
-        e->attribute_set_ns(local, ns, value);
+void sax_t::start_element(const char* name, const char* const* attributes) {
+    require_limits();
+    const names_t atoms = names.get(name);
+    stack.push_back(nullptr);
+    element_t* const e = stack.back() = document.element_make(atoms.name, atoms.ns);
+    ++elements;
+    if (options.positions) {
+        document.position_set(
+            e, {parser.line_number_get(), parser.column_number_get(), parser.byte_index_get()});
     }
-    stack.push_back(e);
+    gathered.clear();
+    try {
+        gather(attributes);
+    } catch (...) {
+        e->attributes_fill(gathered);
+        throw;
+    }
+    e->attributes_fill(gathered);
 }
 
-void sax_t::end_element(const std::string&) {
+/// Names that are new and prefixes are met in the order of `strcmp`. Where there are none, the
+/// order cannot be seen.
+void sax_t::gather(const char* const* attributes) {
+    if (!gather_known(attributes)) {
+        gathered.clear();
+        gather_sorted(attributes);
+    }
+}
+
+bool sax_t::gather_known(const char* const* attributes) {
+    for (; *attributes != nullptr; attributes += 2) {
+        names_t atoms;
+        if (!names.find(attributes[0], atoms)) {
+            return false;
+        }
+        gathered.push_back({atoms.ns, atoms.name, attributes[1]});
+    }
+    return true;
+}
+
+void sax_t::gather_sorted(const char* const* attributes) {
+    sorted.assign(attributes);
+    for (const auto& [name, value] : sorted) {
+        const names_t atoms = names.get(name);
+        gathered.push_back({atoms.ns, atoms.name, value});
+    }
+}
+
+void sax_t::end_element(const char*) {
     element_t* const e = stack.back();
     stack.pop_back();
     if (stack.empty()) {
@@ -46,9 +79,10 @@ void sax_t::end_element(const std::string&) {
     }
 }
 
-void sax_t::character_data(const std::string& text) {
+void sax_t::character_data(const char* text, int size) {
     if (!stack.empty()) {
-        (in_cdata ? stack.back()->cdata : stack.back()->text) += text;
+        std::string& target = in_cdata ? stack.back()->cdata : stack.back()->text;
+        target.append(text, static_cast<std::size_t>(size));
     }
 }
 
@@ -58,6 +92,19 @@ void sax_t::start_cdata() {
 
 void sax_t::end_cdata() {
     in_cdata = false;
+}
+
+void sax_t::discard() noexcept {
+    if (root != nullptr) {
+        document.tree_free(root);
+        root = nullptr;
+    }
+    for (element_t* const open : stack) {
+        if (open != nullptr) {
+            document.tree_free(open);
+        }
+    }
+    stack.clear();
 }
 
 } // namespace ko::lxml

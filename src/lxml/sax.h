@@ -3,12 +3,13 @@
 /// when it ends, so that the open elements are exactly those on the stack.
 #pragma once
 
-#include <deque>
-#include <string>
+#include <vector>
 
+#include "expat_parser/events.h"
 #include "expat_parser/expat_parser.h"
-#include "lxml/lxml.h"
-#include "tokenizer/tokenizer.h"
+#include "lxml/attribute_text.h"
+#include "lxml/document.h"
+#include "lxml/name_table.h"
 
 namespace ko::lxml {
 
@@ -16,32 +17,40 @@ namespace ko::lxml {
 ///
 /// Used by one thread, once. After an exception the elements made so far stay in the document,
 /// attached to nothing.
-class sax_t : public xml::expat_parser_t {
+class sax_t : public xml::events_t {
 public:
-    explicit sax_t(document_t& target);
-    ~sax_t() override;
+    /// @param target, settings borrowed
+    /// @param reader tells where a start tag stands when positions are wanted; borrowed
+    sax_t(document_t& target, const load_options_t& settings, const xml::expat_parser_t& reader);
+    virtual ~sax_t();
 
-    void start_element(const std::string& name, const attribute_map_t& attributes) override;
-    void end_element(const std::string& name) override;
-    void character_data(const std::string& text) override;
+    void start_element(const char* name, const char* const* attributes) override;
+    void end_element(const char* name) override;
+    void character_data(const char* text, int size) override;
     void start_cdata() override;
     void end_cdata() override;
 
     /// The top element once it has ended, null before.
     element_t* root_get() const { return root; }
+    /// Frees all elements that were made.
+    void discard() noexcept;
 
 private:
-    /// Splits a name from expat, registers its prefix if it has one, and sets `local` and `ns`.
-    void split_name(const std::string& name);
+    void require_limits() const;
+    void gather(const char* const* attributes);
+    bool gather_known(const char* const* attributes);
+    void gather_sorted(const char* const* attributes);
 
-    std::deque<element_t*> stack;
+    std::vector<element_t*> stack;
     document_t& document;
+    const load_options_t& options;
+    const xml::expat_parser_t& parser;
     element_t* root;
+    std::size_t elements; ///< made so far
     bool in_cdata;
-
-    tokenizer_t tokens;
-    std::string local; ///< local name of the name split last
-    std::string ns;    ///< its namespace name
+    name_table_t names;
+    xml::attribute_map_t sorted;            ///< of one start tag
+    std::vector<attribute_text_t> gathered; ///< of one start tag, names resolved
 };
 
 } // namespace ko::lxml

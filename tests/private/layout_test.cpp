@@ -109,9 +109,10 @@ constexpr bool layout_t::tokens() {
 constexpr bool layout_t::sax() {
     using xml::expat_parser_t;
     return lie({offsetof(expat_parser_t, parser), offsetof(expat_parser_t, file_name),
-                offsetof(expat_parser_t, error_code), offsetof(expat_parser_t, error_message)},
-               {4, 8, 32, 36}) &&
-           takes<expat_parser_t>(60) && takes<expat_parser_t::attribute_map_t>(24);
+                offsetof(expat_parser_t, error_code), offsetof(expat_parser_t, error_message),
+                offsetof(expat_parser_t, refusal)},
+               {4, 8, 32, 36, 60}) &&
+           takes<expat_parser_t>(84) && takes<expat_parser_t::attribute_map_t>(12);
 }
 
 constexpr bool layout_t::nodes() {
@@ -123,8 +124,9 @@ constexpr bool layout_t::nodes() {
            lie({offsetof(element_t, document), offsetof(element_t, children),
                 offsetof(element_t, attributes), offsetof(element_t, text),
                 offsetof(element_t, cdata)},
-               {16, 20, 32, 56, 80}) &&
-           takes<element_t>(104) &&
+               {16, 20, 32, 44, 68}) &&
+           takes<element_t>(92) && takes<element_t::children_t>(12) &&
+           takes<element_t::attributes_t>(12) &&
            lie({offsetof(attribute_key_t, ns), offsetof(attribute_key_t, name)}, {0, 4}) &&
            takes<attribute_key_t>(8);
 }
@@ -138,10 +140,11 @@ constexpr bool layout_t::documents() {
            lie({offsetof(document_t, uri_to_prefix), offsetof(document_t, prefix_to_uri),
                 offsetof(document_t, file_name), offsetof(document_t, stylesheet),
                 offsetof(document_t, elements), offsetof(document_t, root),
-                offsetof(document_t, atoms), offsetof(document_t, own_atoms)},
-               {0, 24, 48, 72, 96, 120, 124, 128}) &&
-           takes<document_t>(196) && lie({offsetof(conditional_endl_t, on)}, {0}) &&
-           takes<conditional_endl_t>(1);
+                offsetof(document_t, atoms), offsetof(document_t, own_atoms),
+                offsetof(document_t, positions)},
+               {0, 24, 48, 72, 96, 128, 132, 136, 204}) &&
+           takes<document_t>(212) && takes<document_t::elements_t>(32) &&
+           lie({offsetof(conditional_endl_t, on)}, {0}) && takes<conditional_endl_t>(1);
 }
 
 constexpr bool layout_t::paths() {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "algebra/limits.h"
-#include "expat_parser/entity_limit.h"
+#include "expat_parser/limits.h"
 #include "lxpath/path_parser.h"
 #include "xml_preprocessor/limits.h"
 

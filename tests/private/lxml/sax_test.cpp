@@ -12,12 +12,24 @@ using namespace ko::lxml;
 /// A builder that is driven by hand.
 class sax : public testing::Test {
 protected:
-    void start(const std::string& name, const sax_t::attribute_map_t& attributes = {}) {
-        builder.start_element(name, attributes);
+    using attributes_t = std::vector<std::pair<const char*, const char*>>;
+
+    void start(const char* name, const attributes_t& attributes = {}) {
+        std::vector<const char*> flat;
+        for (const auto& [key, value] : attributes) {
+            flat.insert(flat.end(), {key, value});
+        }
+        flat.push_back(nullptr);
+        builder.start_element(name, flat.data());
+    }
+    void text(const std::string& piece) {
+        builder.character_data(piece.data(), static_cast<int>(piece.size()));
     }
 
     document_t doc;
-    sax_t builder{doc};
+    const load_options_t options;
+    const ko::xml::expat_parser_t parser{true};
+    sax_t builder{doc, options, parser};
 };
 
 TEST_F(sax, has_no_root_before_the_top_element_has_ended) {
@@ -37,11 +49,11 @@ TEST_F(sax, links_a_child_when_it_ends) {
 }
 
 TEST_F(sax, ignores_text_outside_the_top_element) {
-    builder.character_data("before");
+    text("before");
     start("a");
-    builder.character_data("in");
+    text("in");
     builder.end_element("a");
-    builder.character_data("after");
+    text("after");
     EXPECT_EQ(builder.root_get()->text, "in");
 }
 
@@ -73,9 +85,9 @@ TEST_F(sax, refuses_names_of_other_numbers_of_parts) {
 TEST_F(sax, switches_between_text_and_cdata) {
     start("a");
     builder.start_cdata();
-    builder.character_data("q");
+    text("q");
     builder.end_cdata();
-    builder.character_data("t");
+    text("t");
     builder.end_element("a");
     EXPECT_EQ(builder.root_get()->cdata, "q");
     EXPECT_EQ(builder.root_get()->text, "t");

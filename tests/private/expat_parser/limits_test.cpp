@@ -1,4 +1,4 @@
-#include "expat_parser/entity_limit.h"
+#include "expat_parser/limits.h"
 
 #include <gtest/gtest.h>
 
