@@ -8,7 +8,9 @@
 /// whole where a new text finds no room.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 
@@ -42,14 +44,21 @@ public:
     alg::algebra_t& algebra_get();
 
 private:
+    using environment_t = std::array<std::uint64_t, 4>;
+
+    alg::result_t run(const alg::list_t& program);
+    void environment_check();
+    void programs_drop();
     const alg::list_t* program_get(const std::string& text, alg::list_t& own);
     const alg::list_t* program_keep(const std::string& text);
 
     alg::algebra_t algebra;
     std::unordered_map<std::string, alg::list_t> programs;
-    std::size_t kept_bytes = 0; ///< length of all texts in `programs`
-    std::string variable;       ///< a name that numbers can be assigned to
-    bool shared = false;        ///< whether a host may change the evaluator
+    std::size_t kept_bytes = 0;     ///< length of all texts in `programs`
+    std::string variable;           ///< a name that numbers can be assigned to
+    unsigned running = 0;           ///< evaluations in progress
+    bool shared = false;            ///< whether a host may change the evaluator
+    environment_t environment = {}; ///< that `programs` were parsed in
 };
 
 } // namespace ko::xpp
