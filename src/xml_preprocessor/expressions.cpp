@@ -80,7 +80,6 @@ alg::result_t expressions_t::evaluate(const std::string& text) {
 bool expressions_t::evaluate_safe(const std::string& text, std::string& value,
                                   std::string& message) {
     alg::list_t own;
-    alg::result_t result;
     try {
         const alg::list_t* const program = program_get(text, own);
         if (program == nullptr) {
@@ -88,14 +87,13 @@ bool expressions_t::evaluate_safe(const std::string& text, std::string& value,
                 str::all_whitespace(text) ? "expression is blank" : algebra.parse_error_get();
             return false;
         }
-        result = run(*program);
+        value = run(*program).string_get(false, 0);
+        return true;
     } catch (const exception_t& failure) {
         failure_tell(algebra, text);
         message = failure.what();
         return false;
     }
-    value = result.string_get(false, 0);
-    return true;
 }
 
 void expressions_t::assign(const std::string& name, const std::string& piece) {
