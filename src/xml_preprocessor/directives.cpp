@@ -286,8 +286,7 @@ private:
 };
 
 block_ptr_t include_begin(const site_t& site) {
-    return (site.run.flags & preprocessor_t::process_include) != 0 ? block_begin<include_t>(site)
-                                                                   : nullptr;
+    return (site.run.flags & flag_process_include) != 0 ? block_begin<include_t>(site) : nullptr;
 }
 
 /// "pragma": one pass under other flags. The destructor restores the flags.
@@ -297,8 +296,8 @@ public:
     ~pragma_t() override { site.run.flags = saved_flags; }
 
     bool start() override {
-        flag_read("include_comments", preprocessor_t::include_comments);
-        flag_read("process_include", preprocessor_t::process_include);
+        flag_read("include_comments", flag_include_comments);
+        flag_read("process_include", flag_process_include);
         return true;
     }
 

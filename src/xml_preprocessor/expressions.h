@@ -3,9 +3,13 @@
 ///
 /// An expression in a loop is evaluated again and again, and parsing it takes longer than
 /// evaluating it. So the programs of the last texts are kept by text. A program depends on the
-/// functions and macros of the evaluator. These change only through `algebra_get`, after which
-/// nothing is kept any more. What is kept is bounded in number and size, and is dropped as a
-/// whole where a new text finds no room.
+/// functions and macros of the evaluator: its environment. That changes only through
+/// `algebra_get`, and when it has changed, all programs are dropped. What is kept is bounded in
+/// number and size, and is dropped as a whole where a new text finds no room. While a kept
+/// program runs, nothing is kept or dropped: a host function may evaluate meanwhile.
+///
+/// Lists of numbers are assigned without parsing, once a number has been assigned to the same
+/// name by the evaluator: the name then is that of a variable.
 #pragma once
 
 #include <array>
