@@ -14,6 +14,7 @@
 #include "lxml/atom_table.h"
 #include "lxml/element.h"
 #include "lxml/load_options.h"
+#include "lxml/write.h"
 
 namespace ko::lxml {
 
@@ -104,6 +105,35 @@ public:
     /// @param trim, pretty see `element_t::print`
     /// @throws ko::exception_t "error opening file %s" or "error writing file %s"
     void save(const std::string& file, bool trim, bool pretty);
+
+    /// Writes the tree so that loading it again gives the same tree: names, attributes, texts,
+    /// CDATA and the order of children; prefixes may become others.
+    ///
+    /// Writes UTF-8, and escapes whatever must be, CDATA and names of namespaces included. Each
+    /// prefix is declared on the root and stands for one namespace; attributes in a namespace
+    /// without a prefix get one, such as "ns1". A layout that `options` ask for changes white
+    /// space between elements and nothing else. The document, its atoms included, stays as it is.
+    /// @param os where to; its errors stay in its state
+    /// @throws ko::exception_t before anything is written: "document_t::write() -- document has
+    /// no
+    ///         root", or "document_t::write() -- %s '%s' cannot be written as XML" where a name
+    ///         or a character is none of XML, CDATA holds a carriage return, `load` cannot take
+    ///         a namespace name (it holds "|" or begins with a double quote), or an element holds
+    ///         itself
+    void write(std::ostream& os, const write_options_t& options = {}) const;
+
+    /// Writes the tree as `write` does to a new file, brings it to the device and puts it in the
+    /// place of the old one in one step.
+    ///
+    /// Whatever happens, power cuts included, there is the old file or the new one, whole. The
+    /// new one has the mode of the old one, and its owner where that is allowed; a symbolic link
+    /// is followed. A process that is killed may leave files ".FILE." and eight random characters
+    /// beside it, which do not matter to later calls.
+    /// @throws ko::exception_t as `write`; "error opening file %s" where no file can be made in
+    ///         the folder, or the old one is no ordinary file or must not be written; "error
+    ///         writing file %s". The old file is in its place then and nothing beside it, unless
+    ///         flushing the folder fails on a file system without hard links
+    void save_atomically(const std::string& file, const write_options_t& options = {}) const;
 
     /// @name Namespaces
     /// There is one binding a prefix and one a namespace in the whole document; the last one

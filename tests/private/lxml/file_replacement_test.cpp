@@ -1,0 +1,335 @@
+// Makes every call to the system fail in turn, and kills the process before every one.
+
+#include "lxml/file_replacement.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <vector>
+
+#include "lxml/lxml.h"
+#include "support/allocations.h"
+#include "support/temp_dir.h"
+#include "support/throws.h"
+#include "support/trees.h"
+
+namespace {
+
+using namespace ko::lxml;
+using test::throws;
+
+/// The calls as they are, noted down; before each one `before` is asked whether it may be made.
+class watched_calls_t : public file_calls_t {
+public:
+    std::vector<std::string> made;
+
+    int open_folder(const std::string& path) override {
+        return note("open_folder") ? file_calls_t::open_folder(path) : -1;
+    }
+    int create(const std::string& path, mode_t mode) override {
+        return note("create") ? file_calls_t::create(path, mode) : -1;
+    }
+    ssize_t write(int file, const char* bytes, std::size_t size) override {
+        return note("write") ? file_calls_t::write(file, bytes, size) : -1;
+    }
+    int take_owner(int file, uid_t owner, gid_t group) override {
+        return note("take_owner") ? file_calls_t::take_owner(file, owner, group) : -1;
+    }
+    int set_mode(int file, mode_t mode) override {
+        return note("set_mode") ? file_calls_t::set_mode(file, mode) : -1;
+    }
+    int flush(int file) override { return note("flush") ? file_calls_t::flush(file) : -1; }
+    int close(int file) override {
+        const int result = file_calls_t::close(file);
+        return note("close") ? result : -1;
+    }
+    int link(const std::string& from, const std::string& to) override {
+        return note("link") ? file_calls_t::link(from, to) : -1;
+    }
+    int rename(const std::string& from, const std::string& to) override {
+        return note("rename") ? file_calls_t::rename(from, to) : -1;
+    }
+    int remove(const std::string& path) override {
+        return note("remove") ? file_calls_t::remove(path) : -1;
+    }
+
+protected:
+    virtual bool may(const std::string&) { return true; }
+
+private:
+    bool note(const char* call) {
+        made.emplace_back(call);
+        return may(made.back());
+    }
+};
+
+/// Fails at one call, with a certain error.
+class failing_calls_t : public watched_calls_t {
+public:
+    failing_calls_t(std::size_t number, int code) : last(number), error(code) {}
+
+protected:
+    bool may(const std::string&) override {
+        errno = error;
+        return made.size() != last;
+    }
+
+private:
+    std::size_t last;
+    int error;
+};
+
+/// Kills the process before one call.
+class deadly_calls_t : public watched_calls_t {
+public:
+    explicit deadly_calls_t(std::size_t number) : last(number) {}
+
+protected:
+    bool may(const std::string&) override {
+        if (made.size() == last) {
+            raise(SIGKILL);
+        }
+        return true;
+    }
+
+private:
+    std::size_t last;
+};
+
+const std::string old_content = "an old content";
+
+class file_replacement : public testing::Test {
+protected:
+    file_replacement() {
+        tree.doc.root->text.assign(70000, 'x');
+        std::ostringstream out;
+        tree.doc.write(out);
+        new_content = out.str();
+    }
+
+    void replace(file_calls_t& calls) {
+        file_replacement_t replacement(path, calls);
+        tree.doc.write(replacement.stream());
+        replacement.commit();
+    }
+
+    /// @return false when that failed as it should
+    bool try_to_replace(file_calls_t& calls) {
+        try {
+            replace(calls);
+            return true;
+        } catch (const ko::exception_t& e) {
+            const std::string message = e.what();
+            EXPECT_TRUE(message == "error opening file " + path ||
+                        message == "error writing file " + path)
+                << message;
+            return false;
+        }
+    }
+
+    /// Runs a replacement in a process of its own. @return whether it was killed
+    bool is_killed_before(std::size_t number) {
+        const pid_t child = fork();
+        if (child == 0) {
+            deadly_calls_t calls(number);
+            replace(calls);
+            _exit(0);
+        }
+        int status = 0;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    }
+
+    std::ptrdiff_t file_count() const {
+        const std::filesystem::directory_iterator files(dir.path());
+        return std::distance(begin(files), end(files));
+    }
+
+    const test::temp_dir_t dir;
+    test::loaded_t tree{"<a/>"};
+    const std::string path = dir.path("a.xml");
+    std::string new_content;
+};
+
+using calls_t = std::vector<std::string>;
+
+TEST_F(file_replacement, makes_its_calls_in_order) {
+    dir.write("a.xml", old_content);
+    watched_calls_t calls;
+    replace(calls);
+    EXPECT_EQ(calls.made, (calls_t{"open_folder", "create", "write", "write", "write",
+                                   "take_owner", "set_mode", "flush", "close", "link", "rename",
+                                   "flush", "remove", "close"}));
+}
+
+TEST_F(file_replacement, needs_fewer_calls_for_a_new_file) {
+    watched_calls_t calls;
+    replace(calls);
+    EXPECT_EQ(calls.made, (calls_t{"open_folder", "create", "write", "write", "write", "flush",
+                                   "close", "rename", "flush", "close"}));
+}
+
+TEST_F(file_replacement, that_fails_at_any_call_leaves_the_old_file_and_nothing_else) {
+    const calls_t unimportant = {"take_owner", "link", "remove"};
+    for (const int error : {EIO, ENOSPC, EACCES}) {
+        for (std::size_t number = 1;; ++number) {
+            dir.write("a.xml", old_content);
+            failing_calls_t calls(number, error);
+            const bool is_done = try_to_replace(calls);
+            if (calls.made.size() < number) {
+                EXPECT_EQ(number, 15u);
+                break;
+            }
+            const std::string& call = calls.made[number - 1];
+            const bool matters =
+                number != 14 && std::count(unimportant.begin(), unimportant.end(), call) == 0;
+            EXPECT_EQ(is_done, !matters) << number << call;
+            EXPECT_EQ(dir.read("a.xml") == new_content, is_done) << number << call;
+            EXPECT_EQ(dir.read("a.xml") == old_content, !is_done) << number << call;
+            // Where the system does not remove a file, it stays.
+            EXPECT_EQ(file_count(), call == "remove" ? 2 : 1) << number << call;
+            if (call == "remove") {
+                std::filesystem::remove_all(dir.path());
+                std::filesystem::create_directory(dir.path());
+            }
+        }
+    }
+}
+
+TEST_F(file_replacement, that_fails_at_any_call_leaves_no_file_where_there_was_none) {
+    for (std::size_t number = 1; number != 10; ++number) {
+        failing_calls_t calls(number, EIO);
+        EXPECT_FALSE(try_to_replace(calls)) << number;
+        EXPECT_EQ(file_count(), 0) << number;
+    }
+    failing_calls_t calls(10, EIO);
+    EXPECT_TRUE(try_to_replace(calls)) << "closing the folder does not matter";
+}
+
+TEST_F(file_replacement, that_is_killed_leaves_the_old_file_or_the_new_one) {
+    std::size_t number = 1;
+    for (bool is_new = false;; ++number) {
+        if (!is_new) {
+            dir.write("a.xml", old_content);
+        }
+        if (!is_killed_before(number)) {
+            break;
+        }
+        is_new = dir.read("a.xml") == new_content;
+        EXPECT_EQ(is_new, number > 11) << number;
+        EXPECT_TRUE(is_new || dir.read("a.xml") == old_content) << number;
+    }
+    EXPECT_EQ(number, 15u);
+}
+
+TEST_F(file_replacement, does_not_mind_what_was_left_by_those_that_were_killed) {
+    dir.write("a.xml", old_content);
+    for (std::size_t number = 1; number != 12; ++number) {
+        EXPECT_TRUE(is_killed_before(number));
+    }
+    EXPECT_EQ(dir.read("a.xml"), old_content);
+    EXPECT_GT(file_count(), 9);
+    watched_calls_t calls;
+    replace(calls);
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+}
+
+/// A system whose calls are interrupted and write little at a time.
+class slow_calls_t : public file_calls_t {
+public:
+    ssize_t write(int file, const char* bytes, std::size_t size) override {
+        return is_interrupted()
+                   ? -1
+                   : file_calls_t::write(file, bytes, std::min<std::size_t>(size, 7));
+    }
+    int flush(int file) override { return is_interrupted() ? -1 : file_calls_t::flush(file); }
+
+private:
+    bool is_interrupted() {
+        errno = EINTR;
+        return ++count % 2 != 0;
+    }
+
+    unsigned count = 0;
+};
+
+TEST_F(file_replacement, goes_on_after_a_signal_and_a_short_write) {
+    slow_calls_t calls;
+    replace(calls);
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+}
+
+/// A file system that can neither flush folders nor link files.
+class plain_calls_t : public file_calls_t {
+public:
+    int open_folder(const std::string& path) override {
+        return folder = file_calls_t::open_folder(path);
+    }
+    int flush(int file) override {
+        errno = EINVAL;
+        return file == folder ? -1 : file_calls_t::flush(file);
+    }
+    int link(const std::string&, const std::string&) override {
+        errno = EPERM;
+        return -1;
+    }
+
+private:
+    int folder = -1;
+};
+
+TEST_F(file_replacement, needs_neither_links_nor_folders_that_can_be_flushed) {
+    dir.write("a.xml", old_content);
+    plain_calls_t calls;
+    replace(calls);
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+    EXPECT_EQ(file_count(), 1);
+}
+
+/// A folder in which the first names are taken.
+class crowded_calls_t : public file_calls_t {
+public:
+    explicit crowded_calls_t(int number) : left(number) {}
+
+    int create(const std::string& path, mode_t mode) override {
+        errno = EEXIST;
+        return left-- > 0 ? -1 : file_calls_t::create(path, mode);
+    }
+
+private:
+    int left;
+};
+
+TEST_F(file_replacement, tries_another_name_for_one_that_is_taken) {
+    crowded_calls_t crowded(99);
+    replace(crowded);
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+    crowded_calls_t full(100);
+    EXPECT_TRUE(throws([&] { replace(full); }, "error opening file " + path));
+}
+
+TEST_F(file_replacement, shows_a_secret_to_nobody_while_it_is_written) {
+    chmod(dir.write("a.xml", old_content).c_str(), 0600);
+    file_calls_t calls;
+    const file_replacement_t replacement(path, calls);
+    for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
+        EXPECT_EQ(entry.status().permissions(), std::filesystem::perms(0600)) << entry.path();
+    }
+}
+
+TEST_F(file_replacement, without_memory_leaves_the_old_file) {
+    dir.write("a.xml", old_content);
+    file_calls_t calls;
+    EXPECT_GT(test::fail_each("save_atomically", [&] { tree.doc.save_atomically(path); }), 5);
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+    EXPECT_EQ(file_count(), 1);
+}
+
+} // namespace
