@@ -1,7 +1,8 @@
 # shellcheck shell=bash disable=SC2154
-# The target's expat in build/sysroot-armhf: from the armhf packages of the host's own package
+# The target's expat and the headers of the tools in build/sysroot-armhf. Expat comes from the armhf packages of the host's own package
 # sources or, where these offer none for armhf, built from their source package; sourced.
 # The system's own architectures, package lists and caches are not touched.
+# The tools' headers are the same for every processor, and come from the host's packages.
 # Stands on common.sh and packages.sh.
 
 sysroot=$root/build/sysroot-armhf
@@ -134,6 +135,17 @@ sysroot_from_source() {
     build_source
 }
 
+# Only these folders: other headers of the host are not those of the target.
+need_tool_headers() {
+    local folder
+    for folder in CLI nlohmann; do
+        if [ ! -e "$sysroot/usr/include/$folder" ]; then
+            cp -RL "/usr/include/$folder" "$sysroot/usr/include/$folder.new"
+            mv "$sysroot/usr/include/$folder.new" "$sysroot/usr/include/$folder"
+        fi
+    done
+}
+
 # Usage: need_sysroot [source]; with "source" armhf packages are not asked for.
 need_sysroot() {
     if ! sysroot_complete; then
@@ -145,4 +157,5 @@ need_sysroot() {
         fi
         sysroot_complete || die "the target's expat could not be set up"
     fi
+    need_tool_headers
 }
