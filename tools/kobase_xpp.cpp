@@ -1,174 +1,211 @@
 // kobase-xpp: the XML preprocessor as a program.
 
-#include <charconv>
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <iostream>
-#include <iterator>
+#include <sstream>
 #include <string>
+#include <unistd.h>
 
-#include "command_line.h"
-#include "include_path.h"
-#include "kobase.h"
+#include "arguments.h"
+#include "checker.h"
+#include "definition_options.h"
+#include "dependencies.h"
+#include "exception/exception.h"
+#include "output.h"
+#include "report_scope.h"
+#include "session.h"
+#include "source_map.h"
+#include "stop.h"
+#include "summary.h"
+#include "watch.h"
+#include "xpp_options.h"
 
 namespace {
 
-const char* const help =
-    "Usage: kobase-xpp [OPTION]... FILE.xml\n"
-    "Carries out the preprocessor directives of a document and writes the result.\n"
-    "FILE.xml is the document; - is standard input.\n"
-    "\n"
-    "  -D NAME=VALUE   set a variable: an integer, a float or else a string\n"
-    "  -I DIR          search DIR for included files\n"
-    "  -o FILE         write to FILE instead of standard output\n"
-    "  --trim          strip white space around the text of elements with children\n"
-    "  --pretty        break lines around the top element\n"
-    "  --no-include    drop \"include\" directives\n"
-    "  --help          show this text\n"
-    "  --version       show the version\n"
-    "\n"
-    "Exit status: 0 success, 1 the input is at fault, 2 the command line is.\n";
+using tool::xpp_mode_t;
+using tool::xpp_options_t;
 
-/// Lends another buffer to `std::cout`, on which the library reports, for as long as it lives.
-class report_scope_t {
-public:
-    explicit report_scope_t(std::ostream& reports)
-        : standard_output(std::cout.rdbuf(reports.rdbuf())) {}
-    report_scope_t(const report_scope_t&) = delete;
-    report_scope_t& operator=(const report_scope_t&) = delete;
-    ~report_scope_t() { std::cout.rdbuf(standard_output); }
-
-    /// The buffer that `std::cout` had.
-    std::streambuf* standard_output_get() const { return standard_output; }
-
-private:
-    std::streambuf* standard_output;
-};
-
-/// Reads the whole of `text` as a number of type `T`; a word such as "nan" is none.
-template <class T> bool number_read(const std::string& text, T& number) {
-    const char* const end = text.data() + text.size();
-    const std::from_chars_result result = std::from_chars(text.data(), end, number);
-    return result.ec == std::errc() && result.ptr == end &&
-           text.find_first_of("0123456789") != std::string::npos;
+bool terminal_has_colours() {
+    const char* const terminal = std::getenv("TERM");
+    return isatty(STDERR_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr &&
+           terminal != nullptr && std::string(terminal) != "dumb";
 }
 
-void argument_insert(ko::xpp::preprocessor_t& preprocessor, const std::string& text) {
-    const tool::definition_t definition = tool::definition_read("-D", text);
-    int integer = 0;
-    double real = 0;
-    if (number_read(definition.value, integer)) {
-        preprocessor.insert_argument(definition.name, integer);
-    } else if (number_read(definition.value, real)) {
-        preprocessor.insert_argument(definition.name, real);
+void diagnostics_show(tool::diagnostics_t& diagnostics, const xpp_options_t& options,
+                      const std::vector<std::string>& files) {
+    const std::vector<tool::diagnostic_t>& list = diagnostics.sorted(files);
+    if (options.form == tool::diagnostic_form_t::json) {
+        tool::diagnostics_print_json(std::cerr, list);
+    } else if (options.form == tool::diagnostic_form_t::sarif) {
+        tool::diagnostics_print_sarif(std::cerr, list);
     } else {
-        preprocessor.insert_argument(definition.name, definition.value);
+        tool::diagnostics_print(std::cerr, list, "kobase-xpp", terminal_has_colours());
     }
 }
 
-void source_load(ko::lxml::document_t& source, const std::string& file) {
-    if (file == "-") {
-        source.load_from_string({std::istreambuf_iterator<char>(std::cin), {}});
+/// Takes the white space off that stood around directives which gave nothing: what became of an
+/// element with children has none now, and the library trims elements with children only.
+void trim_emptied(tool::session_t& session) {
+    for (ko::lxml::element_t* element : session.output_get().elements) {
+        if (element->children.empty() && session.parents_get().count(element) != 0) {
+            const std::size_t start = element->text.find_first_not_of(" \t\r\n");
+            const std::size_t end = element->text.find_last_not_of(" \t\r\n");
+            element->text = start == std::string::npos
+                                ? std::string()
+                                : element->text.substr(start, end - start + 1);
+        }
+    }
+}
+
+std::string document_text(tool::session_t& session, const xpp_options_t& options) {
+    const ko::lxml::document_t& output = session.output_get();
+    if (output.root == nullptr) {
+        return {};
+    }
+    std::ostringstream text;
+    if (options.standard) {
+        ko::lxml::write_options_t write_options;
+        write_options.indent = options.indent;
+        output.write(text, write_options);
+    } else {
+        if (options.trim) {
+            trim_emptied(session);
+        }
+        output.root->print(text, 0, 0, options.trim, options.pretty);
+    }
+    std::string bytes = text.str();
+    return !bytes.empty() && bytes.back() == '\n' ? bytes : bytes + '\n';
+}
+
+std::string rule_text(const tool::session_t& session, const xpp_options_t& options) {
+    return tool::make_rule(options.depend_target, session.files_get(), options.depend_phony);
+}
+
+void results_write(tool::session_t& session, const tool::source_map_t& map,
+                   const xpp_options_t& options) {
+    switch (options.mode) {
+    case xpp_mode_t::depend:
+        tool::text_write(options.depend_file, rule_text(session, options));
         return;
-    }
-    source.file_name = file;
-    source.root = source.load_raw(file);
-}
-
-void output_write(ko::lxml::document_t& output, const tool::command_line_t& line,
-                  std::streambuf* standard_output) {
-    const bool trim = line.flag_get("--trim");
-    const bool pretty = line.flag_get("--pretty");
-    const std::string file = line.value_get("-o");
-    if (!file.empty()) {
-        output.save(file, trim, pretty);
+    case xpp_mode_t::dry_run:
+        tool::text_write("", tool::dry_run_text(session));
         return;
+    case xpp_mode_t::variables:
+        tool::text_write("", tool::variables_text(session));
+        return;
+    default:
+        break;
     }
-    std::ostream out(standard_output);
-    if (output.root) {
-        output.root->print(out, 0, 0, trim, pretty);
+    const std::string text = document_text(session, options);
+    if (!options.map_file.empty()) {
+        tool::text_write(options.map_file, session.output_get().root == nullptr
+                                               ? "[]\n"
+                                               : map.text(*session.output_get().root));
     }
-    if (!out.flush()) {
-        throw ko::exception_t("error writing standard output");
+    if (options.depend_too) {
+        tool::file_write(options.depend_file, rule_text(session, options));
     }
+    tool::text_write(options.output, text);
 }
 
-/// Prepares a preprocessor for the options of the command line.
-void prepare(ko::xpp::preprocessor_t& preprocessor, const tool::command_line_t& line) {
-    for (const std::string& dir : line.values_get("-I")) {
-        preprocessor.search_path_add(dir);
-    }
-    for (const std::string& argument : line.values_get("-D")) {
-        argument_insert(preprocessor, argument);
-    }
+tool::session_options_t session_options(const xpp_options_t& options) {
+    tool::session_options_t settings;
+    settings.file = options.files[0];
+    settings.directories = options.directories;
+    settings.definitions = options.definitions;
+    settings.includes = options.includes;
+    settings.elements_max = options.elements_max;
+    settings.passes_max = options.passes_max;
+    settings.stop = &tool::stop_flag();
+    return settings;
 }
 
-void run(const tool::command_line_t& line, const std::string& file,
-         std::streambuf* standard_output) {
-    ko::xpp::file_cache_t cache;
-    tool::include_path_t include_path(line.values_get("-I"), cache);
-    ko::lxml::document_t source;
-    ko::lxml::document_t output;
-    ko::xpp::preprocessor_t preprocessor(output, &cache);
-    prepare(preprocessor, line);
-    source_load(source, file);
-
-    auto flags = ko::xpp::preprocessor_t::flags_e{};
-    if (!line.flag_get("--no-include")) {
-        include_path.load(source.root);
-        flags = ko::xpp::preprocessor_t::process_include;
+/// Runs once. @param files receives what was read
+int document_run(const xpp_options_t& options, std::vector<std::string>& files) {
+    tool::diagnostics_t diagnostics(options.lenient, options.quiet);
+    tool::definitions_warn(options.definitions, diagnostics);
+    tool::source_map_t map;
+    tool::session_t session(session_options(options), diagnostics);
+    if (!options.map_file.empty()) {
+        session.made_set([&](const auto& source, const auto& output, const auto& trace) {
+            map.add(source, output, trace);
+        });
     }
-    try {
-        output.root = preprocessor.process(source.root, flags);
-    } catch (const ko::exception_t& e) {
-        throw ko::exception_t(include_path.explain(e.what()));
+    {
+        const tool::time_limit_t limit(options.seconds_max);
+        tool::report_filter_t filter(std::cerr);
+        const tool::report_scope_t reports(filter);
+        session.run();
     }
-    output_write(output, line, standard_output);
-}
-
-/// Says which document is at fault where the message does not begin with it.
-std::string message_of(const std::string& file, const std::string& text) {
-    const std::string name = file == "-" ? "standard input" : file;
-    return text.compare(0, name.size(), name) == 0 ? text : name + ": " + text;
-}
-
-int process(const tool::command_line_t& line, const std::string& file) {
-    const report_scope_t reports(std::cerr);
-    try {
-        run(line, file, reports.standard_output_get());
-        return tool::status_ok;
-    } catch (const ko::exception_t& e) {
-        std::cerr << "kobase-xpp: " << message_of(file, e.what()) << '\n';
+    files = session.files_get();
+    diagnostics_show(diagnostics, options, files);
+    if (diagnostics.failed()) {
         return tool::status_failed;
     }
+    results_write(session, map, options);
+    return tool::status_ok;
 }
 
-int main_checked(int argc, char** argv) {
-    const tool::command_line_t line(argc, argv,
-                                    {"--trim", "--pretty", "--no-include", "--help", "--version"},
-                                    {"-D", "-I", "-o"});
-    if (line.flag_get("--help")) {
-        std::cout << help;
+int documents_check(const xpp_options_t& options, std::vector<std::string>& files) {
+    tool::diagnostics_t diagnostics(options.lenient, options.quiet);
+    tool::definitions_warn(options.definitions, diagnostics);
+    const tool::time_limit_t limit(options.seconds_max);
+    tool::documents_check(options.files, tool::include_search_t(options.directories),
+                          options.definitions, diagnostics, files);
+    diagnostics_show(diagnostics, options, files);
+    return diagnostics.failed() ? tool::status_failed : tool::status_ok;
+}
+
+int once(const xpp_options_t& options, std::vector<std::string>& files) {
+    files.clear();
+    return options.mode == xpp_mode_t::check ? documents_check(options, files)
+                                             : document_run(options, files);
+}
+
+/// Whether one of the files was written since `start`.
+bool changed_since(const std::vector<std::string>& files, std::filesystem::file_time_type start) {
+    return std::any_of(files.begin(), files.end(), [&](const std::string& file) {
+        std::error_code error;
+        const auto time = std::filesystem::last_write_time(file, error);
+        return !error && time > start;
+    });
+}
+
+int watch(const xpp_options_t& options) {
+    tool::stop_on_interrupt();
+    tool::watch_t files_watched;
+    do {
+        std::vector<std::string> files;
+        std::filesystem::file_time_type start;
+        do {
+            start = std::filesystem::file_time_type::clock::now();
+            try {
+                once(options, files);
+            } catch (const ko::exception_t& e) {
+                std::cerr << "kobase-xpp: " << e.what() << '\n';
+            }
+            files_watched.files_set(files);
+        } while (!tool::stop_flag() && changed_since(files, start));
+    } while (!tool::stop_flag() && files_watched.wait());
+    return tool::status_ok;
+}
+
+int run(int argc, char** argv) {
+    const std::optional<xpp_options_t> options = tool::xpp_options_read(argc, argv);
+    if (!options) {
         return tool::status_ok;
     }
-    if (line.flag_get("--version")) {
-        std::cout << "kobase-xpp " << ko::version() << '\n';
-        return tool::status_ok;
+    if (options->watch) {
+        return watch(*options);
     }
-    if (line.operands_get().size() != 1) {
-        throw tool::usage_error_t("give one document");
-    }
-    return process(line, line.operands_get().front());
+    std::vector<std::string> files;
+    return once(*options, files);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return main_checked(argc, argv);
-    } catch (const tool::usage_error_t& e) {
-        std::cerr << "kobase-xpp: " << e.what() << "\nTry kobase-xpp --help.\n";
-        return tool::status_usage;
-    } catch (const std::exception& e) {
-        std::cerr << "kobase-xpp: " << e.what() << '\n';
-        return tool::status_failed;
-    }
+    return tool::program_run("kobase-xpp", [&] { return run(argc, argv); });
 }

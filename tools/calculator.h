@@ -1,0 +1,45 @@
+/// @file
+/// The evaluator as a calculator: statements in, values out.
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "algebra/algebra.h"
+#include "statement_reader.h"
+
+namespace tool {
+
+/// Evaluates statements and shows the value of each, or what is wrong with it.
+///
+/// Values go to standard output, messages to standard error.
+class calculator_t {
+public:
+    ko::alg::algebra_t& algebra_get() { return algebra; }
+
+    /// Takes over the variables of another evaluator.
+    /// @param names those that it may have
+    void variables_copy(const ko::alg::algebra_t& other, const std::set<std::string>& names);
+
+    /// Evaluates statements up to the first that fails.
+    /// @param place stands before a message: "file:" with the line behind it, or nothing
+    /// @return whether all succeeded
+    /// @throws ko::exception_t when standard output cannot be written
+    bool evaluate(const std::vector<statement_t>& statements, const std::string& place);
+
+    /// Carries out a word that is a command for the calculator itself: "help", "vars",
+    /// "functions", "macros". @return false when it is none, or a variable of that name is set
+    bool command(const std::string& word);
+
+    /// The names that begin with a text: variables, functions, macros and commands.
+    std::vector<std::string> names_starting(const std::string& start) const;
+
+private:
+    std::vector<std::string> variable_names() const;
+
+    std::set<std::string> seen; ///< every name that may be that of a variable
+    ko::alg::algebra_t algebra;
+};
+
+} // namespace tool
