@@ -6,7 +6,12 @@ install(EXPORT kobase NAMESPACE kobase:: FILE kobase-targets.cmake
         DESTINATION ${package_folder} COMPONENT development)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/kobase-config-version.cmake
                                  COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_SOURCE_DIR}/cmake/kobase-config.cmake
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/kobase-config.cmake.in
+                              ${PROJECT_BINARY_DIR}/kobase-config.cmake
+                              INSTALL_DESTINATION ${package_folder}
+                              PATH_VARS CMAKE_INSTALL_BINDIR)
+install(FILES ${PROJECT_BINARY_DIR}/kobase-config.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/kobase-preprocess.cmake
               ${PROJECT_BINARY_DIR}/kobase-config-version.cmake
         DESTINATION ${package_folder} COMPONENT development)
 

@@ -18,6 +18,8 @@ file(WRITE ${PROJECT_BINARY_DIR}/shlibs
      "libkobase ${PROJECT_VERSION_MAJOR} libkobase1 (>= ${PROJECT_VERSION})\n")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkobase-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+# For kobase_preprocess of the CMake package.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS kobase-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME kobase-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 

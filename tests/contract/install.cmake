@@ -1,6 +1,7 @@
 # Installs the library below a folder and compares the installed headers with those that the
 # umbrella header reaches. No header may show what the library is built on.
-# Usage: cmake -D build=... -D prefix=... -D include=... -P install.cmake
+# With tools their papers are installed too.
+# Usage: cmake -D build=... -D prefix=... -D include=... [-D tools=ON] -P install.cmake
 cmake_minimum_required(VERSION 3.22)
 include(${CMAKE_CURRENT_LIST_DIR}/run.cmake)
 
@@ -31,4 +32,14 @@ file(GLOB_RECURSE installed RELATIVE ${prefix}/${include}/kobase ${prefix}/${inc
 list(SORT installed)
 if(NOT installed STREQUAL reached)
     message(FATAL_ERROR "installed: ${installed}\nreached:   ${reached}")
+endif()
+
+if(tools)
+    foreach(file bin/kobase-xpp bin/kobase-calc share/man/man1/kobase-xpp.1
+                 share/man/man1/kobase-calc.1 share/bash-completion/completions/kobase-xpp
+                 share/bash-completion/completions/kobase-calc)
+        if(NOT EXISTS ${prefix}/${file})
+            message(SEND_ERROR "not installed: ${file}")
+        endif()
+    endforeach()
 endif()
