@@ -1,17 +1,23 @@
 #include "algebra/algebra.h"
 
+#include <memory>
+#include <utility>
+
 #include "algebra/algebra_imp.h"
-#include "exception/diagnosis.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
 
 algebra_t::algebra_t() : imp(new imp_t(*this)) {}
 
-algebra_t::algebra_t(const algebra_t& other) : imp(new imp_t(*this, *other.imp)) {}
+algebra_t::algebra_t(const algebra_t& other) : imp(nullptr) {
+    auto made = std::make_unique<imp_t>(*this);
+    made->copy(*other.imp);
+    imp = made.release();
+}
 
 algebra_t& algebra_t::operator=(const algebra_t& other) {
-    *imp = *other.imp;
+    imp->copy(*other.imp);
     return *this;
 }
 
@@ -51,7 +57,7 @@ result_t algebra_t::evaluate_safe(const std::string& text) {
     try {
         return imp->parse(own_text) ? imp->evaluate() : result_t(own_text);
     } catch (const exception_t&) {
-        diagnose("Caught exception in expression : ", own_text);
+        imp->line_write("Caught exception in expression : " + own_text);
         return own_text;
     }
 }
@@ -64,24 +70,60 @@ const std::string& algebra_t::parse_error_get() const {
     return imp->parse_error;
 }
 
+namespace {
+
+/// The record of a host function of a fixed number of arguments.
+host_record_t record_of(const std::string& name, int count) {
+    host_record_t record;
+    record.prototype.name = name;
+    record.prototype.argument_count = count;
+    record.count_min = count;
+    record.count_max = count;
+    return record;
+}
+
+} // namespace
+
 void algebra_t::define(const std::string& name, function0_t function) {
-    imp->functions.host_define({name, 0, function, nullptr, nullptr, nullptr, nullptr});
+    host_record_t record = record_of(name, 0);
+    record.prototype.function0 = function;
+    imp->functions.host_define(std::move(record));
 }
 
 void algebra_t::define(const std::string& name, function1_t function) {
-    imp->functions.host_define({name, 1, nullptr, function, nullptr, nullptr, nullptr});
+    host_record_t record = record_of(name, 1);
+    record.prototype.function1 = function;
+    imp->functions.host_define(std::move(record));
 }
 
 void algebra_t::define(const std::string& name, function2_t function) {
-    imp->functions.host_define({name, 2, nullptr, nullptr, function, nullptr, nullptr});
+    host_record_t record = record_of(name, 2);
+    record.prototype.function2 = function;
+    imp->functions.host_define(std::move(record));
 }
 
 void algebra_t::define(const std::string& name, function3_t function) {
-    imp->functions.host_define({name, 3, nullptr, nullptr, nullptr, function, nullptr});
+    host_record_t record = record_of(name, 3);
+    record.prototype.function3 = function;
+    imp->functions.host_define(std::move(record));
 }
 
 void algebra_t::define(const std::string& name, function_list_t function, int count) {
-    imp->functions.host_define({name, count, nullptr, nullptr, nullptr, nullptr, function});
+    host_record_t record = record_of(name, count);
+    record.prototype.function_list = function;
+    imp->functions.host_define(std::move(record));
+}
+
+void algebra_t::limits_set(const limits_t& limits) {
+    imp->budget.limits = limits;
+}
+
+limits_t algebra_t::limits_get() const {
+    return imp->budget.limits;
+}
+
+void algebra_t::interrupt_set(const std::atomic<bool>* flag) {
+    imp->budget.interrupt = flag;
 }
 
 void algebra_t::macro_define(const std::string& key, const std::string& value) {
@@ -108,15 +150,15 @@ void algebra_t::macros_get(std::list<std::pair<std::string, std::string>>& out) 
 }
 
 void algebra_t::memory_push() {
-    imp->memory.push();
+    imp->variables.push();
 }
 
 void algebra_t::memory_pop() {
-    imp->memory.pop();
+    imp->variables.pop();
 }
 
 void algebra_t::memory_pop_diff() {
-    imp->memory.pop_diff();
+    imp->variables.pop_diff();
 }
 
 void algebra_t::memory_copy(const algebra_t& other) {
@@ -124,31 +166,31 @@ void algebra_t::memory_copy(const algebra_t& other) {
 }
 
 void algebra_t::assign(const std::string& name, int value) {
-    imp->memory.assign(name, value);
+    imp->variables.assign(name, value);
 }
 
 void algebra_t::assign(const std::string& name, long value) {
-    imp->memory.assign(name, value);
+    imp->variables.assign(name, value);
 }
 
 void algebra_t::assign(const std::string& name, float value) {
-    imp->memory.assign(name, value);
+    imp->variables.assign(name, value);
 }
 
 void algebra_t::assign(const std::string& name, double value) {
-    imp->memory.assign(name, value);
+    imp->variables.assign(name, value);
 }
 
 void algebra_t::assign(const std::string& name, const std::string& value) {
-    imp->memory.assign(name, value);
+    imp->variables.assign(name, value);
 }
 
 void algebra_t::assign(const std::string& name, const char* value) {
-    imp->memory.assign(name, value);
+    imp->variables.assign(name, value);
 }
 
 void algebra_t::assign(const std::string& name, const result_t& value) {
-    imp->memory.assign(name, value);
+    imp->variables.assign(name, value);
 }
 
 void algebra_t::eval_and_assign(const std::string& name, const std::string& expression) {
@@ -156,7 +198,7 @@ void algebra_t::eval_and_assign(const std::string& name, const std::string& expr
 }
 
 result_t algebra_t::get(const std::string& name) const {
-    const result_t* const value = imp->memory.find(name);
+    const result_t* const value = imp->variables.find(name);
     if (value == nullptr) {
         throw exception_t("get--cound not find variable '%s'\n", name.c_str());
     }
@@ -164,11 +206,11 @@ result_t algebra_t::get(const std::string& name) const {
 }
 
 bool algebra_t::find(const std::string& name) const {
-    return imp->memory.find(name) != nullptr;
+    return imp->variables.find(name) != nullptr;
 }
 
 result_t& algebra_t::operator[](const std::string& name) {
-    return imp->memory[name];
+    return imp->variables[name];
 }
 
 bool algebra(const std::string& text, result_t& value, bool throw_errors) {
@@ -197,6 +239,21 @@ bool algebra(const std::string& text, float& value) {
     }
     value = result.float_get();
     return true;
+}
+
+context_t& context_of(algebra_t& algebra) {
+    return algebra_t::imp_t::of(algebra);
+}
+
+std::shared_ptr<algebra_t> evaluator_like(const context_t& source) {
+    auto made = std::make_shared<algebra_t>();
+    context_t& state = context_of(*made);
+    state.macros = source.macros;
+    state.functions = source.functions;
+    state.resolver = source.resolver;
+    state.output = source.output;
+    state.budget.bounds_take(source.budget);
+    return made;
 }
 
 } // namespace ko::alg

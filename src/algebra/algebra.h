@@ -2,10 +2,12 @@
 /// The expression evaluator.
 #pragma once
 
+#include <atomic>
 #include <list>
 #include <string>
 #include <utility>
 
+#include "algebra/bounds.h"
 #include "algebra/function.h"
 #include "algebra/result.h"
 #include "algebra/token.h"
@@ -48,7 +50,8 @@ public:
     /// Evaluates a list that `parse` filled: its first token, against this evaluator.
     ///
     /// Calls of script functions in it are those of the evaluator that parsed it, as they are
-    /// defined now or were when it was destroyed. The list must not be changed meanwhile.
+    /// defined now or were when it was destroyed. The list must not be changed meanwhile; parsing
+    /// into it is a `ko::exception_t`.
     result_t evaluate(const list_t& tokens);
     /// Parses and evaluates the first statement of `text`.
     /// @throws ko::exception_t the parse error text, or what the evaluation reports
@@ -65,6 +68,22 @@ public:
     void numeric_only_set(bool on);
     /// The message of the last parse that failed; a success does not clear it.
     const std::string& parse_error_get() const;
+    /// @}
+
+    /// @name Bounds
+    /// @{
+
+    /// Sets what an outermost evaluation may use, from the next one on. Copies take the limits
+    /// along.
+    ///
+    /// An evaluation that goes beyond a limit ends with a `ko::exception_t` that names the limit,
+    /// as it would with any other failure: what it has assigned stays.
+    void limits_set(const limits_t& limits);
+    limits_t limits_get() const;
+    /// Makes evaluations end, with a `ko::exception_t`, soon after `flag` has become true, from
+    /// whatever thread. Copies take the flag along.
+    /// @param flag of the caller's, who keeps it alive; null for none
+    void interrupt_set(const std::atomic<bool>* flag);
     /// @}
 
     /// @name Functions

@@ -2,138 +2,134 @@
 
 #include <utility>
 
-#include "algebra/function_tokens.h"
-#include "algebra/limits.h"
-#include "algebra/parser.h"
-#include "algebra/statement_reader.h"
+#include "algebra/node.h"
 #include "exception/exception.h"
-#include "str/str.h"
 
 namespace ko::alg {
 
 namespace {
 
-/// Adds levels to a depth for as long as the object lives.
-class depth_scope_t {
+/// Adds levels to the nesting for as long as the object lives.
+class levels_t {
 public:
-    depth_scope_t(unsigned& counter, unsigned count) : depth(counter), levels(count) {
-        depth += levels;
+    levels_t(nesting_t& nested, unsigned levels) : nesting(nested), count(levels) {
+        if (count != 0) {
+            nesting.enter();
+        }
     }
-    depth_scope_t(const depth_scope_t&) = delete;
-    depth_scope_t& operator=(const depth_scope_t&) = delete;
-    ~depth_scope_t() { depth -= levels; }
+    levels_t(const levels_t&) = delete;
+    levels_t& operator=(const levels_t&) = delete;
+    ~levels_t() {
+        if (count != 0) {
+            nesting.leave();
+        }
+    }
 
 private:
-    unsigned& depth;
-    const unsigned levels;
+    nesting_t& nesting;
+    const unsigned count;
 };
 
 } // namespace
 
-algebra_t::imp_t::imp_t(algebra_t& evaluator) : owner(evaluator) {}
-
-algebra_t::imp_t::imp_t(algebra_t& evaluator, const imp_t& other) : imp_t(evaluator) {
-    *this = other;
-}
-
 /// Copies first, so that a failure leaves this object as it was.
-algebra_t::imp_t& algebra_t::imp_t::operator=(const imp_t& other) {
+void algebra_t::imp_t::copy(const imp_t& other) {
     if (this == &other) {
-        return *this;
+        return;
     }
-    std::shared_ptr<list_t> program_copy;
-    if (other.program != nullptr) {
-        program_copy = std::make_shared<list_t>(*other.program);
-        calls_rebind(*program_copy, other.functions.scripts_get(), functions.scripts_get());
-    }
-    variables_t variables = other.memory;
-    origin_take(other.origin_for_copy());
-    program = std::move(program_copy);
-    memory = std::move(variables);
-    macros = other.macros;
+    unit_ptr_t program_copy = unit_share(other.program.get());
+    variables_t variables_copy = other.variables;
+    resolver_t resolver_copy = other.resolver;
+    output_t output_copy = other.output;
+    nesting.origin_take(other.nesting);
     functions = other.functions;
-    return *this;
+    program = std::move(program_copy);
+    variables = variables_copy;
+    macros = other.macros;
+    resolver = std::move(resolver_copy);
+    output = std::move(output_copy);
+    budget.bounds_take(other.budget);
 }
 
-bool algebra_t::imp_t::statement_get(const std::string& text, std::string& line) const {
-    statement_t statement = statement_read(text);
-    if (statement.substitute) {
-        macros.substitute(statement.text);
+/// A program to compile into.
+unit_t& algebra_t::imp_t::program_renew() {
+    program_clear();
+    if (spare == nullptr) {
+        spare.reset(new unit_t);
+        spare->program = std::make_shared<program_t>();
     }
-    line = std::move(statement.text);
-    return !str::all_whitespace(line);
+    program = std::move(spare);
+    return *program;
 }
 
-bool algebra_t::imp_t::parse(const std::string& text, list_t& tokens) {
-    std::string line;
-    if (!statement_get(text, line)) {
-        return false;
-    }
-    tokens.destroy();
-    return bind(line, tokens);
-}
-
-bool algebra_t::imp_t::parse(const std::string& text) {
-    std::string line;
-    if (!statement_get(text, line)) {
-        return false;
-    }
-    program = std::make_shared<list_t>();
-    return bind(line, *program);
-}
-
-bool algebra_t::imp_t::bind(std::string& line, list_t& tokens) {
-    return line_parse(line, {functions, numeric_only}, tokens, parse_error);
-}
-
+/// Keeps the memory of a program that nobody else has.
 void algebra_t::imp_t::program_clear() {
+    if (program != nullptr && program->pins == 0 && !program->is_shared) {
+        program->program->clear();
+        program->generation = 0;
+        program->calls.clear();
+        spare = std::move(program);
+    }
     program.reset();
 }
 
+bool algebra_t::imp_t::parse(const std::string& text) {
+    if (!translator.statement_get(text, &macros)) {
+        return false;
+    }
+    unit_t& unit = program_renew();
+    lexer_settings_t settings;
+    settings.functions = &functions;
+    settings.numeric_only = numeric_only;
+    settings.budget = drawn == nullptr ? &budget : drawn;
+    try {
+        return translator.translate(settings, *unit.program, parse_error);
+    } catch (...) {
+        if (!unit.program->is_complete()) {
+            program.reset();
+        }
+        throw;
+    }
+}
+
+bool algebra_t::imp_t::parse(const std::string& text, list_t& tokens) {
+    if (!translator.statement_get(text, &macros)) {
+        return false;
+    }
+    const auto* const root =
+        tokens.empty() ? nullptr : dynamic_cast<const node_t*>(tokens.front());
+    if (root != nullptr && root->is_running()) {
+        throw exception_t("algebra_t::parse() -- the list is being evaluated");
+    }
+    tokens.destroy();
+    const auto syntax = std::make_shared<syntax_t>();
+    lexer_settings_t settings;
+    settings.functions = &functions;
+    settings.numeric_only = numeric_only;
+    settings.keeps_scripts = true;
+    settings.budget = drawn == nullptr ? &budget : drawn;
+    bool is_good = false;
+    try {
+        is_good = translator.parse(settings, *syntax, parse_error);
+    } catch (...) {
+        nodes_append(syntax, tokens);
+        throw;
+    }
+    nodes_append(syntax, tokens);
+    return is_good;
+}
+
 result_t algebra_t::imp_t::evaluate() {
-    const std::shared_ptr<const list_t> running = program;
-    return running == nullptr ? result_t() : evaluate(*running);
+    if (program == nullptr) {
+        return {};
+    }
+    const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
+    bool returned = false;
+    return machine->run(*program, returned);
 }
 
 result_t algebra_t::imp_t::evaluate(const list_t& tokens) {
-    const depth_scope_t scope(depth, call_levels());
-    return run(tokens);
-}
-
-unsigned algebra_t::imp_t::depth_get() const {
-    const std::shared_ptr<const origin_t> source = origin.lock();
-    return source == nullptr ? depth : depth + source->depth;
-}
-
-/// Number of levels that a function adds which starts an evaluation, 0 where none is running.
-/// @throws ko::exception_t the limit is exceeded
-unsigned algebra_t::imp_t::call_levels() const {
-    const std::shared_ptr<const origin_t> source = origin.lock();
-    if (called == nullptr && source == nullptr) {
-        return 0;
-    }
-    nesting_check(depth_get(), function_nesting, called == nullptr ? source->function : *called);
-    return 1;
-}
-
-std::weak_ptr<const algebra_t::imp_t::origin_t> algebra_t::imp_t::origin_for_copy() const {
-    if (called == nullptr) {
-        return origin;
-    }
-    if (call_origin == nullptr) {
-        call_origin = std::make_shared<const origin_t>(origin_t{depth_get(), *called, this});
-    }
-    return call_origin;
-}
-
-void algebra_t::imp_t::origin_take(const std::weak_ptr<const origin_t>& other) {
-    const std::shared_ptr<const origin_t> source = other.lock();
-    if (source == nullptr || source->caller != this) {
-        origin = other;
-    }
-}
-
-result_t algebra_t::imp_t::run(const list_t& tokens) {
+    const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
     if (tokens.empty()) {
         return {};
     }
@@ -148,53 +144,12 @@ result_t algebra_t::imp_t::run(const list_t& tokens) {
 }
 
 void algebra_t::imp_t::eval_and_assign(const std::string& name, const std::string& expression) {
-    // The name may be the parse error, which the parse replaces.
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-    const std::string variable = name;
-    list_t tokens;
-    parse(expression, tokens);
-    nesting_check(depth_get(), assign_nesting, variable);
-    const depth_scope_t scope(depth, 1);
-    const result_t value = run(tokens);
-    tokens.destroy();
-    memory.assign(variable, value);
+    machine->assign(name, expression);
 }
 
 void algebra_t::imp_t::memory_copy(const imp_t& other) {
-    const std::weak_ptr<const origin_t> source = other.origin_for_copy();
-    memory.copy_values(other.memory);
-    // An evaluator in a call of its own counts that one.
-    if (called == nullptr && !source.expired()) {
-        origin = source;
-    }
-}
-
-void algebra_t::imp_t::take_visible(const imp_t& caller) {
-    memory = caller.memory;
-    macros = caller.macros;
-    functions = caller.functions;
-}
-
-call_scope_t::call_scope_t(algebra_t& algebra, const std::string& name)
-    : state(algebra_t::imp_t::of(algebra)), outer(std::exchange(state.called, &name)),
-      outer_origin(std::move(state.call_origin)) {}
-
-call_scope_t::~call_scope_t() {
-    state.called = outer;
-    state.call_origin = std::move(outer_origin);
-}
-
-result_t script_call(algebra_t& caller, const function_t& function, std::vector<result_t>& values,
-                     std::size_t base) {
-    const algebra_t::imp_t& state = algebra_t::imp_t::of(caller);
-    nesting_check(state.depth_get(), script_nesting, function.name);
-    algebra_t callee;
-    algebra_t::imp_t::of(callee).take_visible(state);
-    algebra_t::imp_t::of(callee).nest_in(state);
-    for (const std::string& parameter : function.parameters) {
-        callee.assign(parameter, values[base++]);
-    }
-    return callee.evaluate(function.body);
+    variables.copy_values(other.variables);
+    nesting.origin_take_unless_called(other.nesting);
 }
 
 } // namespace ko::alg

@@ -37,6 +37,11 @@ public:
     /// The value to read, or null when nothing has been written yet.
     const T* get() const { return block == nullptr ? nullptr : &block->value; }
 
+    /// True when another holder has the value, too.
+    bool is_shared() const {
+        return block != nullptr && block->holders.load(std::memory_order_acquire) != 1;
+    }
+
     /// The value to change, this holder's own.
     T& write() {
         if (block == nullptr) {

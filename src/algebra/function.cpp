@@ -3,8 +3,8 @@
 #include <string_view>
 #include <utility>
 
-#include "algebra/algebra.h"
 #include "algebra/label_scan.h"
+#include "algebra/translator.h"
 #include "str/str.h"
 
 namespace ko::alg {
@@ -54,9 +54,13 @@ bool function_t::parse(const std::string& key, const std::string& body_text, std
     if (!head_parse(key, parsed, error)) {
         return false;
     }
-    algebra_t checker;
-    if (!checker.parse(body_text)) {
-        error = checker.parse_error_get();
+    // The built-in functions are all that the check knows.
+    translator_t translator;
+    program_t program;
+    std::string body_error;
+    if (!translator.statement_get(body_text, nullptr) ||
+        !translator.translate(lexer_settings_t(), program, body_error)) {
+        error = body_error;
         return false;
     }
     parsed.body = body_text;

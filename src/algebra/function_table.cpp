@@ -1,6 +1,6 @@
 #include "algebra/function_table.h"
 
-#include "algebra/builtin_functions.h"
+#include "algebra/identity.h"
 
 namespace ko::alg {
 
@@ -22,9 +22,10 @@ std::string head_of(const function_t& function) {
 void script_table_t::define(const function_t& function) {
     function_t copy = function;
     std::swap(functions.write()[copy.name], copy);
+    identity = identity_make();
 }
 
-const function_t* script_table_t::find(const std::string& name) const {
+const function_t* script_table_t::find(std::string_view name) const {
     const auto* const table = functions.get();
     if (table == nullptr) {
         return nullptr;
@@ -33,36 +34,65 @@ const function_t* script_table_t::find(const std::string& name) const {
     return found == table->end() ? nullptr : &found->second;
 }
 
+void script_table_t::clear() {
+    functions = {};
+    identity = identity_make();
+}
+
+void script_table_t::names_get(std::vector<std::string>& out) const {
+    if (functions.get() != nullptr) {
+        for (const auto& [name, function] : *functions.get()) {
+            out.push_back(name);
+        }
+    }
+}
+
 function_table_t::function_table_t() : scripts(std::make_shared<script_table_t>()) {}
 
 function_table_t::function_table_t(const function_table_t& other)
     : hosts(other.hosts), script_list(other.script_list),
-      scripts(std::make_shared<script_table_t>(*other.scripts)) {}
+      scripts(std::make_shared<script_table_t>(*other.scripts)), identity(other.identity) {}
 
 /// The calls parsed with this table keep it and find what the assignment brings.
 function_table_t& function_table_t::operator=(const function_table_t& other) {
     hosts = other.hosts;
     script_list = other.script_list;
     *scripts = *other.scripts;
+    identity = other.identity;
     return *this;
 }
 
 function_table_t::~function_table_t() = default;
 
-void function_table_t::host_define(const function_prototype_t& function) {
-    hosts.write().insert_or_assign(function.name, function);
+void function_table_t::host_define(host_record_t function) {
+    const auto record = std::make_shared<const host_record_t>(std::move(function));
+    hosts.write().insert_or_assign(record->prototype.name, record);
+    identity = identity_make();
 }
 
-bool function_table_t::external_find(const std::string& name,
-                                     function_prototype_t& function) const {
+bool function_table_t::host_undefine(const std::string& name) {
+    if (host_find(name) == nullptr) {
+        return false;
+    }
+    hosts.write().erase(name);
+    identity = identity_make();
+    return true;
+}
+
+std::shared_ptr<const host_record_t> function_table_t::host_find(std::string_view name) const {
+    if (hosts.get() == nullptr) {
+        return nullptr;
+    }
+    const auto found = hosts.get()->find(name);
+    return found == hosts.get()->end() ? nullptr : found->second;
+}
+
+void function_table_t::host_names_get(std::vector<std::string>& out) const {
     if (hosts.get() != nullptr) {
-        const auto found = hosts.get()->find(name);
-        if (found != hosts.get()->end()) {
-            function = found->second;
-            return true;
+        for (const auto& [name, function] : *hosts.get()) {
+            out.push_back(name);
         }
     }
-    return builtin_find(name, function);
 }
 
 bool function_table_t::script_define(const std::string& key, const std::string& body) {
@@ -76,6 +106,11 @@ bool function_table_t::script_define(const std::string& key, const std::string& 
     scripts->define(function);
     list.splice(list.end(), addition);
     return true;
+}
+
+void function_table_t::scripts_clear() {
+    script_list = {};
+    scripts->clear();
 }
 
 void function_table_t::script_definitions_get(macros_t& out) const {

@@ -2,17 +2,29 @@
 /// The functions that an evaluator knows.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "algebra/cow.h"
 #include "algebra/function.h"
 
 namespace ko::alg {
+
+/// A host function. Programs share it, so that they keep the one that they were parsed with.
+struct host_record_t {
+    function_prototype_t prototype;
+    /// Takes the place of the pointers where it is set.
+    std::function<result_t(algebra_t&, const std::vector<result_t>&)> closure;
+    int count_min = 0; ///< of arguments
+    int count_max = 0;
+};
 
 /// The script functions of one evaluator, by name.
 ///
@@ -22,15 +34,23 @@ class script_table_t {
 public:
     /// Adds a function, or replaces the one of that name.
     void define(const function_t& function);
-    /// @return the function, or null; valid until the table changes
-    const function_t* find(const std::string& name) const;
+    /// @return the function, or null; valid as long as the identity stands
+    const function_t* find(std::string_view name) const;
+    bool is_empty() const { return functions.get() == nullptr; }
+    /// Removes all functions.
+    void clear();
+    /// Appends the names in ascending order.
+    void names_get(std::vector<std::string>& out) const;
+    /// Tells what the table holds from what any table has held.
+    std::uint64_t identity_get() const { return identity; }
 
 private:
-    cow_t<std::map<std::string, function_t>> functions;
+    cow_t<std::map<std::string, function_t, std::less<>>> functions;
+    std::uint64_t identity = 0;
 };
 
-/// All functions of one evaluator: those that the host defined, the built-in ones beneath them,
-/// and the script functions. Copies share the tables until one of them is changed.
+/// All functions of one evaluator but the built-in ones: those that the host defined and the
+/// script functions. Copies share the tables until one of them is changed.
 class function_table_t {
 public:
     using macros_t = std::list<std::pair<std::string, std::string>>;
@@ -41,23 +61,39 @@ public:
     ~function_table_t();
 
     /// Adds a host function, or replaces the function of that name wholesale.
-    void host_define(const function_prototype_t& function);
-    /// Finds a host function, else a built-in one.
+    void host_define(host_record_t function);
+    /// Removes a host function.
     /// @return false when there is none
-    bool external_find(const std::string& name, function_prototype_t& function) const;
+    bool host_undefine(const std::string& name);
+    /// @return the host function, or null
+    std::shared_ptr<const host_record_t> host_find(std::string_view name) const;
+    /// Appends the names of the host functions in ascending order.
+    void host_names_get(std::vector<std::string>& out) const;
 
     /// Defines a script function.
     /// @return false when key and body are no definition
     bool script_define(const std::string& key, const std::string& body);
+    /// @return the script function, or null
+    const function_t* script_find(std::string_view name) const {
+        return scripts->is_empty() ? nullptr : scripts->find(name);
+    }
     /// The script functions; never null.
     const std::shared_ptr<script_table_t>& scripts_get() const { return scripts; }
+    /// Removes all script functions and their recorded definitions.
+    void scripts_clear();
     /// Appends every script function ever defined, as "name( p1, p2 )" and its body.
     void script_definitions_get(macros_t& out) const;
 
+    /// Tells the host functions from those of any other time.
+    std::uint64_t identity_get() const { return identity; }
+
 private:
-    cow_t<std::map<std::string, function_prototype_t>> hosts;
+    using hosts_t = std::map<std::string, std::shared_ptr<const host_record_t>, std::less<>>;
+
+    cow_t<hosts_t> hosts;
     cow_t<std::list<std::pair<std::string, function_t>>> script_list;
     std::shared_ptr<script_table_t> scripts;
+    std::uint64_t identity = 0;
 };
 
 } // namespace ko::alg

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "algebra/character_tables.h"
+#include "algebra/words.h"
 #include "str/ascii.h"
 
 namespace ko::alg {

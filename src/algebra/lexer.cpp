@@ -1,82 +1,86 @@
 #include "algebra/lexer.h"
 
-#include <algorithm>
-#include <utility>
+#include <new>
 
-#include "algebra/character_tables.h"
-#include "algebra/function_tokens.h"
-#include "algebra/operand_tokens.h"
-#include "algebra/operator_tokens.h"
-#include "algebra/structure_tokens.h"
+#include "algebra/limits.h"
+#include "algebra/numbers.h"
+#include "algebra/words.h"
 #include "exception/exception.h"
 #include "str/ascii.h"
 
 namespace ko::alg {
 
-lexer_t::lexer_t(std::string& source, const lexer_settings_t& lexer_settings, list_t& target,
-                 std::string& error)
-    : settings(lexer_settings), tokens(target), parse_error(error), line(source) {
-    line += ' ';
-}
+namespace {
+
+/// Lexes one line; lives as long as that takes.
+class lexer_t {
+public:
+    lexer_t(syntax_t& target, const lexer_settings_t& lexer_settings, std::string& error)
+        : syntax(target), settings(lexer_settings), parse_error(error), line(target.text) {}
+
+    bool run();
+
+private:
+    /// What the last token was: it tells unary from binary "+" and "-".
+    enum class previous_e { none, open, close, separator, operand, operation };
+
+    bool token();
+    bool mark(item_e kind, previous_e previous);
+    bool comma();
+    bool sign();
+    bool assignment();
+    bool operation();
+    bool operation_add(operator_id_t id, std::size_t length, previous_e previous);
+    bool quoted();
+    bool name();
+    bool call_add(item_t& item, std::string_view text);
+    bool zero();
+    bool number();
+    bool fraction(std::size_t begin);
+    bool integer_add(std::size_t begin);
+    bool float_add(std::size_t begin);
+
+    bool fail(std::string message);
+    bool fail_unidentified(char c);
+    item_t& append(item_e kind, std::size_t begin, previous_e previous);
+    void take_while(const character_table_t& members);
+
+    syntax_t& syntax;
+    const lexer_settings_t& settings;
+    std::string& parse_error;
+    const std::string& line;
+    std::size_t position = 0;
+    previous_e last = previous_e::none;
+};
 
 bool lexer_t::run() {
-    while (state != nullptr) {
-        if (!(this->*state)()) {
+    std::size_t watched = tokens_unwatched_max;
+    for (;;) {
+        while (position < line.size() && ascii::is_space(line[position])) {
+            ++position;
+        }
+        if (position == line.size()) {
+            return true;
+        }
+        if (syntax.items.size() >= watched && settings.budget != nullptr) {
+            settings.budget->watch();
+            watched = syntax.items.size() + tokens_unwatched_max;
+        }
+        if (!token()) {
             return false;
         }
     }
-    return true;
 }
 
-bool lexer_t::nextc_test() const {
-    return position < line.size();
-}
-
-void lexer_t::nextc_get() {
-    if (!nextc_test()) {
-        throw exception_t("algebra_t::nextc_get() - unexpected end-of-line");
-    }
-    current = line[position++];
-}
-
-void lexer_t::nextc_putback() {
-    if (position == 0) {
-        throw exception_t("algebra_t::nextc_putback() - put back too many characters");
-    }
-    --position;
-    if (position != 0) {
-        current = line[position - 1];
-    }
-}
-
-template <class T> void lexer_t::take_while(const T& members) {
-    const std::size_t begin = position;
-    while (nextc_test() && members.has(line[position])) {
-        ++position;
-    }
-    buffer.append(line, begin, position - begin);
-}
-
-bool lexer_t::unknown() {
-    while (nextc_test() && ascii::is_space(line[position])) {
-        ++position;
-    }
-    if (!nextc_test()) {
-        state = nullptr;
-        return true;
-    }
-    nextc_get();
-    return dispatch();
-}
-
-bool lexer_t::dispatch() {
-    switch (current) {
+bool lexer_t::token() {
+    const char c = line[position];
+    switch (c) {
     case '(':
-        return blank(previous_e::open);
+        return mark(item_e::open, previous_e::open);
     case ')':
-        return blank(previous_e::close);
+        return mark(item_e::close, previous_e::close);
     case ':':
-        return blank(previous_e::separator);
+        return mark(item_e::colon, previous_e::separator);
     case '\'':
     case '"':
         return quoted();
@@ -88,229 +92,200 @@ bool lexer_t::dispatch() {
     case ',':
         return comma();
     case '?':
-        return append(std::make_unique<conditional_assignment_t>(), previous_e::operation);
+        return operation_add(choice_id, 1, previous_e::operation);
     case '0':
         return zero();
     default:
         break;
     }
-    if (ascii::is_digit(current)) {
+    if (ascii::is_digit(c)) {
         return number();
     }
-    return ascii::is_alpha(current) || current == '_' ? name() : operation();
+    return ascii::is_alpha(c) || c == '_' ? name() : operation();
 }
 
-bool lexer_t::blank(previous_e kind) {
-    return append(std::make_unique<blank_token_t>(std::string(1, current)), kind);
+item_t& lexer_t::append(item_e kind, std::size_t begin, previous_e previous) {
+    syntax.items.emplace_back();
+    item_t& item = syntax.items.back();
+    item.kind = kind;
+    item.text_begin = static_cast<place_t>(begin);
+    item.text_size = static_cast<place_t>(position - begin);
+    last = previous;
+    return item;
+}
+
+void lexer_t::take_while(const character_table_t& members) {
+    while (members.has(line[position])) {
+        ++position; // the blank at the end of the line is in no table
+    }
+}
+
+bool lexer_t::mark(item_e kind, previous_e previous) {
+    ++position;
+    append(kind, position - 1, previous);
+    return true;
 }
 
 bool lexer_t::comma() {
-    // In numeric-only mode a comma leaves no trace; callers rely on it.
-    return settings.numeric_only ||
-           append(std::make_unique<sequencer_t>(), previous_e::separator);
+    if (settings.numeric_only) {
+        ++position; // a comma leaves no trace then; callers rely on it
+        return true;
+    }
+    return operation_add(comma_id, 1, previous_e::separator);
+}
+
+bool lexer_t::operation_add(operator_id_t id, std::size_t length, previous_e previous) {
+    position += length;
+    append(item_e::operation, position - length, previous).operation = id;
+    return true;
 }
 
 bool lexer_t::sign() {
-    const bool is_binary =
-        previous_kind == previous_e::close || previous_kind == previous_e::operand;
-    return is_binary ? operation()
-                     : append(std::make_unique<unary_t>(
-                                  *unary_kind_find(std::string_view(&current, 1))),
-                              previous_e::operation);
+    const bool is_infix = last == previous_e::close || last == previous_e::operand;
+    return is_infix ? operation()
+                    : operation_add(prefix_find(line[position]), 1, previous_e::operation);
 }
 
 bool lexer_t::assignment() {
-    nextc_get();
-    if (current == '=') {
-        return append(std::make_unique<binary_t>(*binary_kind_find("==")), previous_e::operation);
+    const char next = line[position + 1];
+    if (next != '=' && settings.numeric_only) {
+        return fail("algebra_t::unknown() - parse error at '=" + std::string(1, next) + "'");
     }
-    if (settings.numeric_only) {
-        return fail("algebra_t::unknown() - parse error at '=" + std::string(1, current) + "'");
-    }
-    nextc_putback();
-    return append(std::make_unique<assign_t>(), previous_e::operation);
+    return next == '=' ? operation() : operation_add(assign_id, 1, previous_e::operation);
 }
 
 /// An operator of one or two characters, the longer one if there is one.
 bool lexer_t::operation() {
-    nextc_get();
-    const std::string_view pair(line.data() + position - 2, 2);
-    const binary_kind_t* kind = binary_kind_find(pair);
-    if (kind == nullptr) {
-        nextc_putback();
-        kind = binary_kind_find(pair.substr(0, 1));
+    const char c = line[position];
+    std::size_t length = 0;
+    operator_id_t id = infix_find(c, line[position + 1], length);
+    if (id == operators_end) {
+        id = prefix_find(c);
     }
-    if (kind != nullptr) {
-        return append(std::make_unique<binary_t>(*kind), previous_e::operation);
-    }
-    if (current == '!') {
-        return append(std::make_unique<unary_t>(*unary_kind_find("!")), previous_e::operation);
-    }
-    return fail_unidentified();
+    return id == operators_end ? fail_unidentified(c)
+                               : operation_add(id, length, previous_e::operation);
 }
 
 bool lexer_t::quoted() {
-    buffer.clear();
-    quote = current;
-    state = &lexer_t::string_literal;
+    const std::size_t begin = position + 1;
+    const std::size_t end = line.find(line[position], begin);
+    if (end == std::string::npos) {
+        throw exception_t("algebra_t::nextc_get() - unexpected end-of-line");
+    }
+    position = end;
+    append(item_e::text, begin, previous_e::operand);
+    ++position;
     return true;
-}
-
-bool lexer_t::string_literal() {
-    const std::size_t begin = position;
-    position = std::min(line.find(quote, begin), line.size());
-    buffer.append(line, begin, position - begin);
-    nextc_get();
-    state = &lexer_t::unknown;
-    return convert_string();
-}
-
-bool lexer_t::convert_string() {
-    return append(std::make_unique<string_t>(buffer), previous_e::operand);
 }
 
 bool lexer_t::name() {
     if (settings.numeric_only) {
-        return true; // a name is skipped letter by letter; callers rely on it
+        ++position; // a name is skipped letter by letter; callers rely on it
+        return true;
     }
-    buffer.assign(1, current);
-    state = &lexer_t::label;
+    const std::size_t begin = position;
+    take_while(label_legals);
+    item_t& item = append(item_e::name, begin, previous_e::operand);
+    return call_add(item, std::string_view(line).substr(begin, position - begin));
+}
+
+/// Makes a name a call when there is a function of that name.
+bool lexer_t::call_add(item_t& item, std::string_view text) {
+    const function_table_t* const table = settings.functions;
+    callee_t callee;
+    if (table != nullptr) {
+        callee.host = table->host_find(text);
+    }
+    if (callee.host == nullptr) {
+        callee.builtin = builtin_find(text);
+    }
+    if (callee.is_script()) {
+        const function_t* const script = table == nullptr ? nullptr : table->script_find(text);
+        if (script == nullptr) {
+            return true;
+        }
+        item.takes_nothing = script->parameters.empty();
+        if (settings.keeps_scripts) {
+            callee.scripts = table->scripts_get();
+        }
+    }
+    syntax.callees.push_back(std::move(callee));
+    item.callee = static_cast<std::uint32_t>(syntax.callees.size() - 1);
+    item.kind = item_e::call;
     return true;
 }
 
-bool lexer_t::label() {
-    take_while(label_legals);
-    state = &lexer_t::unknown;
-    function_prototype_t prototype;
-    if (settings.functions.external_find(buffer, prototype)) {
-        return append(std::make_unique<external_function_t>(prototype), previous_e::operand);
-    }
-    const std::shared_ptr<script_table_t>& scripts = settings.functions.scripts_get();
-    if (scripts->find(buffer) != nullptr) {
-        return append(std::make_unique<internal_function_t>(buffer, scripts),
-                      previous_e::operand);
-    }
-    return append(std::make_unique<label_t>(buffer), previous_e::operand);
-}
-
-bool lexer_t::fail(const std::string& message) {
-    parse_error = message;
+bool lexer_t::fail(std::string message) {
+    parse_error = std::move(message);
     return false;
 }
 
-bool lexer_t::fail_unidentified() {
-    return fail("algebra_t::unknown() - unidentified character '" + std::string(1, current) +
-                "'");
-}
-
-bool lexer_t::append(std::unique_ptr<token_t> token, previous_e kind) {
-    tokens.push_back(token.get());
-    static_cast<void>(token.release());
-    previous_kind = kind;
-    return true;
+bool lexer_t::fail_unidentified(char c) {
+    return fail("algebra_t::unknown() - unidentified character '" + std::string(1, c) + "'");
 }
 
 bool lexer_t::number() {
-    buffer.assign(1, current);
-    state = &lexer_t::floatint;
-    return true;
+    const std::size_t begin = position;
+    take_while(decimal_legals);
+    return line[position] == '.' ? fraction(begin) : integer_add(begin);
 }
 
 bool lexer_t::zero() {
-    buffer.assign(1, current);
-    nextc_get();
-    if (current == '.') {
-        buffer += current;
-        state = &lexer_t::floatstate;
-        return true;
+    const std::size_t begin = position++;
+    const char next = line[position];
+    if (next == '.') {
+        return fraction(begin);
     }
-    if (current == ':') {
-        return fail_unidentified(); // "0:" alone is refused; callers rely on it
+    if (next == ':') {
+        return fail_unidentified(next); // "0:" alone is refused; callers rely on it
     }
-    const bool has_prefix = current == 'x' || current == 'X' || ascii::is_digit(current);
-    nextc_putback();
-    if (has_prefix) {
-        state = &lexer_t::hexoctal;
-        return true;
+    if (next == 'x') {
+        ++position;
+        take_while(hex_legals);
+    } else if (next == 'X' || ascii::is_digit(next)) {
+        // "0X" is read as an octal number, which ends before a letter; callers rely on it.
+        ++position;
+        take_while(octal_legals);
     }
-    return append(std::make_unique<int_t>(buffer, 0), previous_e::operand);
+    return integer_add(begin);
 }
 
-bool lexer_t::floatint() {
+/// From the point of a float on.
+bool lexer_t::fraction(std::size_t begin) {
+    ++position;
     take_while(decimal_legals);
-    nextc_get();
-    if (current == '.') {
-        buffer += current;
-        state = &lexer_t::floatstate;
-        return true;
+    if (line[position] == 'e' || line[position] == 'E') {
+        ++position;
+        if (line[position] == '-') { // "+" is no sign of an exponent; callers rely on it
+            ++position;
+        }
+        take_while(decimal_legals);
     }
-    state = &lexer_t::unknown;
-    return convert_int();
+    return float_add(begin);
 }
 
-bool lexer_t::floatstate() {
-    take_while(decimal_legals);
-    nextc_get();
-    if (current != 'e' && current != 'E') {
-        state = &lexer_t::unknown;
-        return convert_float();
-    }
-    buffer += current;
-    state = &lexer_t::exponent;
-    nextc_get();
-    if (current == '-') {
-        buffer += current;
-    } else {
-        nextc_putback(); // "+" is no sign of an exponent; callers rely on it
-    }
-    return true;
-}
-
-bool lexer_t::exponent() {
-    take_while(decimal_legals);
-    nextc_get();
-    state = &lexer_t::unknown;
-    return convert_float();
-}
-
-bool lexer_t::hexoctal() {
-    nextc_get();
-    buffer += current;
-    // "0X" is read as an octal number, which ends before a letter; callers rely on it.
-    state = current == 'x' ? &lexer_t::hex : &lexer_t::octal;
-    return true;
-}
-
-bool lexer_t::hex() {
-    take_while(hex_legals);
-    nextc_get();
-    state = &lexer_t::unknown;
-    return convert_int();
-}
-
-bool lexer_t::octal() {
-    take_while(octal_legals);
-    nextc_get();
-    state = &lexer_t::unknown;
-    return convert_int();
-}
-
-bool lexer_t::convert_int() {
-    nextc_putback();
+bool lexer_t::integer_add(std::size_t begin) {
     int value = 0;
-    if (!int_convert(buffer, value)) {
-        return fail("algebra_t::unknown() -- bad integer format, '" + buffer + "'");
-    }
-    return append(std::make_unique<int_t>(buffer, value), previous_e::operand);
+    int_convert(std::string_view(line).substr(begin, position - begin), value);
+    append(item_e::integer, begin, previous_e::operand).integer = value;
+    return true;
 }
 
-bool lexer_t::convert_float() {
-    nextc_putback();
+bool lexer_t::float_add(std::size_t begin) {
     float value = 0;
-    if (!float_convert(buffer, value)) {
-        return fail("algebra_t::unknown() -- bad float format, '" + buffer + "'");
+    float_convert(std::string_view(line).substr(begin, position - begin), value);
+    append(item_e::real, begin, previous_e::operand).real = value;
+    return true;
+}
+
+} // namespace
+
+bool line_lex(syntax_t& syntax, const lexer_settings_t& settings, std::string& error) {
+    if (syntax.text.size() >= no_place - 1) {
+        throw std::bad_alloc(); // places in the text have 32 bits
     }
-    return append(std::make_unique<float_t>(buffer, value), previous_e::operand);
+    syntax.text += ' ';
+    return lexer_t(syntax, settings, error).run();
 }
 
 } // namespace ko::alg

@@ -1,34 +1,26 @@
 /// @file
-/// Limits of the recursion that an input can ask for.
-///
-/// All kinds count on one counter: the number of evaluations that the current one is nested in.
-/// It lies in the evaluator and goes on in the evaluators that are made on the way.
+/// The limits of the evaluator that an input can meet, beside those that a host sets.
 #pragma once
 
-#include <string>
-
-#include "exception/exception.h"
+#include <cstddef>
 
 namespace ko::alg {
 
-/// A kind of nested evaluation.
-struct nesting_t {
-    const char* what; ///< names the kind in the message
-    unsigned limit;   ///< number of levels that still work
-};
+/// The replacement of macros in one statement at which substitution gives up. The message says
+/// 50; callers rely on both.
+constexpr std::size_t replacements_max = 49;
 
-constexpr nesting_t script_nesting{"script function", 1000};
-constexpr nesting_t evaluate_nesting{"function", 1000};
-constexpr nesting_t assign_nesting{"assignment to", 1000};
-constexpr nesting_t function_nesting{"evaluation by function", 1000};
+/// Number of instructions between two looks at the flag that interrupts an evaluation: some ten
+/// microseconds of work.
+constexpr std::size_t instructions_unwatched_max = 4096;
 
-/// Lets an evaluation begin that is nested in `depth` others.
-/// @throws ko::exception_t the limit of this kind is exceeded
-inline void nesting_check(unsigned depth, const nesting_t& kind, const std::string& name) {
-    if (depth >= kind.limit) {
-        throw exception_t("algebra_t -- " + std::string(kind.what) + " '" + name +
-                          "' nested more than " + std::to_string(kind.limit) + " levels deep");
-    }
-}
+/// Number of tokens that the lexer reads between two looks at that flag.
+constexpr std::size_t tokens_unwatched_max = 4096;
+
+/// Number of bodies of script functions that an evaluator keeps compiled.
+constexpr std::size_t bodies_max = 256;
+
+/// Size of a text from which on its memory is given back when it is done with.
+constexpr std::size_t text_kept_max = 4096;
 
 } // namespace ko::alg

@@ -1,81 +1,393 @@
 #include "algebra/machine.h"
 
-#include <iterator>
+#include <optional>
 
-#include "algebra/algebra.h"
+#include "algebra/arm_arithmetic.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
 
 namespace {
 
-/// Room that spares most expressions a second allocation.
-constexpr std::size_t initial_room = 8;
+/// An arithmetic operator on numbers.
+/// @return false for anything else
+template <class I, class F>
+inline bool arithmetic(slot_t& out, const slot_t& a, const slot_t& b, I of_ints, F of_floats) {
+    if (((a.tag | b.tag) & slot_t::kinds) == slot_t::integer) {
+        out = slot_t::of_int(of_ints(a.number.integer, b.number.integer));
+        return true;
+    }
+    if (a.is_number() && b.is_number()) {
+        out = slot_t::of_float(of_floats(a.float_of_number(), b.float_of_number()));
+        return true;
+    }
+    return false;
+}
+
+/// A comparison of numbers.
+template <class C> inline bool relation(slot_t& out, const slot_t& a, const slot_t& b, C holds) {
+    if (((a.tag | b.tag) & slot_t::kinds) == slot_t::integer) {
+        out = slot_t::of_int(holds(a.number.integer, b.number.integer) ? 1 : 0);
+        return true;
+    }
+    if (a.is_number() && b.is_number()) {
+        out = slot_t::of_int(holds(a.float_of_number(), b.float_of_number()) ? 1 : 0);
+        return true;
+    }
+    return false;
+}
+
+/// Division, but by zero.
+inline bool quotient(slot_t& out, const slot_t& a, const slot_t& b) {
+    if (!a.is_number() || !b.is_number() || b.float_of_number() == 0.0F) {
+        return false;
+    }
+    return arithmetic(
+        out, a, b, [](int x, int y) { return arm::divide(x, y); },
+        [](float x, float y) { return arm::divide(x, y); });
+}
+
+/// Operators on two numbers, which are all that most programs need.
+/// @return false when it takes more than that
+inline bool binary_of_numbers(opcode_e opcode, slot_t& out, const slot_t& a, const slot_t& b) {
+    switch (opcode) {
+    case opcode_e::multiply:
+        return arithmetic(
+            out, a, b, [](int x, int y) { return arm::multiply(x, y); },
+            [](float x, float y) { return arm::multiply(x, y); });
+    case opcode_e::divide:
+        return quotient(out, a, b);
+    case opcode_e::subtract:
+        return arithmetic(
+            out, a, b, [](int x, int y) { return arm::subtract(x, y); },
+            [](float x, float y) { return arm::subtract(x, y); });
+    case opcode_e::add:
+        return arithmetic(
+            out, a, b, [](int x, int y) { return arm::add(x, y); },
+            [](float x, float y) { return arm::add(x, y); });
+    case opcode_e::less:
+        return relation(out, a, b, [](auto x, auto y) { return x < y; });
+    case opcode_e::less_equal:
+        return relation(out, a, b, [](auto x, auto y) { return x <= y; });
+    case opcode_e::greater:
+        return relation(out, a, b, [](auto x, auto y) { return x > y; });
+    case opcode_e::greater_equal:
+        return relation(out, a, b, [](auto x, auto y) { return x >= y; });
+    case opcode_e::equal:
+        return relation(out, a, b, [](auto x, auto y) { return x == y; });
+    case opcode_e::not_equal:
+        return relation(out, a, b, [](auto x, auto y) { return x != y; });
+    default:
+        return false;
+    }
+}
 
 } // namespace
 
-machine_t::machine_t(algebra_t& evaluator) : algebra(evaluator) {
-    values.reserve(initial_room);
-    frames.reserve(initial_room);
+result_t machine_t::run(unit_t& unit, bool& returned) {
+    run_t run{};
+    begin(unit, run);
+    execute(run);
+    returned = run.returned;
+    const slot_t value = values.data()[run.slots];
+    result_t result = values.value_of(value);
+    end(run);
+    return result;
 }
 
-result_t machine_t::value_of(const branch_t& root) {
-    run(root, false);
-    return std::move(values.back());
+bool machine_t::run_list(unit_t& unit, std::vector<result_t>& out) {
+    run_t run{};
+    begin(unit, run);
+    execute(run);
+    try {
+        for (std::size_t i = run.slots; i < top; ++i) {
+            out.push_back(values.value_of(values.data()[i]));
+        }
+    } catch (...) {
+        end(run);
+        throw;
+    }
+    end(run);
+    return !run.returned;
 }
 
-void machine_t::values_of(const branch_t& root, std::vector<result_t>& out) {
-    run(root, true);
-    out.insert(out.end(), std::make_move_iterator(values.begin()),
-               std::make_move_iterator(values.end()));
-}
-
-void machine_t::run(const branch_t& root, bool list) {
-    push(root, list);
-    while (!frames.empty()) {
-        const frame_t frame = frames.back();
-        ++frames.back().step;
-        frame.branch->step(*this, frame);
+/// Begins a run with a frame of the evaluator's own.
+void machine_t::begin(unit_t& unit, run_t& run) {
+    run = {frames.size(), top, values.pool_size(), marks.size(), base.drawn, false};
+    if (base.drawn == nullptr) {
+        base.drawn = base.nesting.origin_budget();
+        if (base.drawn == nullptr) {
+            base.drawn = &base.budget;
+            base.budget.begin();
+        }
+    }
+    try {
+        frame_push(unit, frame_e::base);
+        frame().state = &base;
+        frame().depth = base.nesting.depth_get();
+        frame_enter();
+    } catch (...) {
+        end(run);
+        throw;
     }
 }
 
-void machine_t::push(const branch_t& branch, bool list) {
-    frames.push_back({&branch, 0, list, values.size()});
-}
-
-void machine_t::evaluate(const child_t& child) {
-    if (child.branch != nullptr) {
-        push(*child.branch, false);
-    } else if (child.token != nullptr) {
-        values.push_back(child.token->evaluate(algebra));
-    } else {
-        fail_missing();
+/// Runs what has begun. The frame of the evaluator stays, with its value or values on top.
+void machine_t::execute(run_t& run) {
+    std::optional<result_t> given; // by a `return` in a tree that a host function has evaluated
+    for (;;) {
+        try {
+            if (given.has_value() && give_back(run, std::move(*given))) {
+                return;
+            }
+            given.reset();
+            loop(run);
+            return;
+        } catch (return_exception_t& returned) {
+            given = std::move(returned.value);
+        } catch (...) {
+            end(run);
+            throw;
+        }
     }
 }
 
-void machine_t::collect(const child_t& child) {
-    if (child.branch != nullptr) {
-        push(*child.branch, true);
-    } else if (child.token != nullptr) {
-        child.token->evaluate(algebra, values);
-    } else {
-        fail_missing();
+/// Takes back all that a run has left.
+void machine_t::end(const run_t& run) noexcept {
+    while (frames.size() > run.frames) {
+        frame_end();
     }
+    values.pool_shrink(run.pool);
+    marks.resize(run.marks);
+    top = run.slots;
+    base.drawn = run.drawn;
 }
 
-void machine_t::finish() {
+void machine_t::frame_push(unit_t& unit, frame_e kind) {
+    frames.emplace_back();
+    frame_t& pushed = frames.back();
+    pushed.unit = &unit;
+    pushed.kind = kind;
+    pushed.floor = top;
+    unit.pin();
+}
+
+/// Makes the program on top ready to run from its beginning.
+void machine_t::frame_enter() {
+    const program_t& program = *frame().unit->program;
+    base.drawn->steps_draw(program.steps);
+    values.reserve(top, program.stack_need);
+    names_check();
+    if (frame().unit->calls.size() != program.targets.size()) {
+        frame().unit->calls.resize(program.targets.size());
+    }
+    pc = program.code.data();
+}
+
+/// Ends the frame on top and undoes what it has done to its caller.
+void machine_t::frame_end() noexcept {
+    frame_t& ended = frames.back();
+    if (ended.kind == frame_e::assign) {
+        if (!ended.is_isolated) {
+            ended.state->nesting.leave();
+        }
+    } else if (ended.is_isolated) {
+        ended.state->variables.journal_undo(ended.journal);
+    }
+    ended.unit->unpin();
     frames.pop_back();
 }
 
-void machine_t::finish(const frame_t& frame, result_t&& value) {
-    values.erase(values.begin() + static_cast<std::ptrdiff_t>(frame.base), values.end());
-    values.push_back(std::move(value));
-    frames.pop_back();
+/// Ends a program with its value on top.
+/// @return true when it was that of the run
+bool machine_t::leave(run_t& run) {
+    frame_t& ended = frame();
+    if (frames.size() == run.frames + 1) {
+        return true;
+    }
+    slot_t value = values.data()[--top];
+    if (value.kind() == slot_t::borrowed) {
+        value = values.keep_copy(*value.value); // what it is borrowed from may go with the frame
+    }
+    if (ended.kind == frame_e::assign) {
+        context_t& state = *ended.state;
+        cell_t& cell = state.variables.cell(ended.extras().target);
+        if (ended.is_isolated) {
+            state.variables.journal_put(cell);
+        }
+        cell_set(cell, value);
+    }
+    frame_end();
+    values.data()[top++] = value;
+    pc = frame().resume;
+    names_check();
+    return false;
 }
 
-void machine_t::fail_missing() const {
-    const std::string& error = algebra.parse_error_get();
-    throw exception_t(error.empty() ? std::string("syntax error -- missing operand") : error);
+/// Ends a program with the value on top, which is all that is left of it.
+bool machine_t::give_back(run_t& run) {
+    --top;
+    return give_back(run, values.take(values.data()[top]));
+}
+
+bool machine_t::give_back(run_t& run, result_t value) {
+    const std::size_t floor = frame().floor;
+    values.release(values.data() + floor, values.data() + top);
+    top = floor;
+    values.reserve(top, 1);
+    values.data()[top++] = values.keep(std::move(value));
+    run.returned = frames.size() == run.frames + 1;
+    return leave(run);
+}
+
+/// The steps of programs, until that of the run ends.
+void machine_t::loop(run_t& run) {
+    const instruction_t* at = pc;
+    slot_t* slot = values.data() + top;
+    const name_link_t* names = frame().unit->names.data();
+    const auto put = [&] {
+        top = static_cast<std::size_t>(slot - values.data());
+        pc = at;
+    };
+    const auto get = [&] {
+        at = pc;
+        slot = values.data() + top;
+        names = frame().unit->names.data();
+    };
+    const auto operand = [&](operand_e kind, argument_t argument) -> slot_t {
+        switch (kind) {
+        case operand_e::stack:
+            return *--slot;
+        case operand_e::name: {
+            const cell_t* const cell = names[argument.place].to_read;
+            if (cell != nullptr && cell->is_present) {
+                const slot_t value = slot_t::of_value(cell->value);
+                if (value.is_number()) {
+                    return value;
+                }
+            }
+            return load(argument.place);
+        }
+        case operand_e::integer:
+            return slot_t::of_int(argument.integer);
+        case operand_e::real:
+            return slot_t::of_float(argument.real);
+        default:
+            return slot_t::of_value(frame().unit->program->texts[argument.place]);
+        }
+    };
+    for (;;) {
+        const instruction_t& step = *at++;
+        switch (step.opcode) {
+        case opcode_e::push:
+            *slot = operand(step.left, step.a);
+            ++slot;
+            break;
+        case opcode_e::negate:
+        case opcode_e::positive:
+        case opcode_e::logical_not:
+            *slot = unary_general(step.opcode, operand(step.left, step.a));
+            ++slot;
+            break;
+        default: {
+            // Two operands; on the stack, the right one is above the left one.
+            slot_t a;
+            slot_t b;
+            if (step.right == operand_e::stack) {
+                b = *--slot;
+                a = operand(step.left, step.a);
+            } else {
+                a = operand(step.left, step.a);
+                b = operand(step.right, step.b);
+            }
+            if (!binary_of_numbers(step.opcode, *slot, a, b)) {
+                *slot = binary_general(step.opcode, a, b);
+            }
+            ++slot;
+            break;
+        }
+        case opcode_e::branch:
+            if (const slot_t test = operand(step.left, step.a);
+                (test.is_number() ? test.int_of_number() : int_of(test)) == 0) {
+                values.release(test);
+                at = frame().unit->program->code.data() + step.b.place;
+            } else {
+                values.release(test);
+            }
+            break;
+        case opcode_e::jump:
+            at = frame().unit->program->code.data() + step.b.place;
+            break;
+        case opcode_e::store:
+            store(step.a.place, slot[-1]);
+            names = frame().unit->names.data();
+            break;
+        case opcode_e::builtin:
+            put();
+            builtin_call(step);
+            get();
+            break;
+        case opcode_e::evaluate:
+            put();
+            evaluate_call(step);
+            get();
+            break;
+        case opcode_e::assign:
+            put();
+            assign_call(step);
+            get();
+            break;
+        case opcode_e::arguments:
+            put();
+            if (!arguments_wanted(step)) {
+                script_call(step);
+            }
+            get();
+            break;
+        case opcode_e::script_call:
+            put();
+            script_call(step);
+            get();
+            break;
+        case opcode_e::host_call:
+            put();
+            host_call(step);
+            get();
+            break;
+        case opcode_e::foreign_value:
+        case opcode_e::foreign_list:
+        case opcode_e::foreign_assign:
+            put();
+            foreign(step);
+            get();
+            break;
+        case opcode_e::list_begin:
+            marks.push_back(static_cast<std::size_t>(slot - values.data()));
+            break;
+        case opcode_e::watch:
+            base.drawn->watch();
+            break;
+        case opcode_e::no_operand:
+        case opcode_e::no_target:
+        case opcode_e::no_value:
+            fail(step.opcode);
+        case opcode_e::give_back:
+            put();
+            builtin_call(step);
+            if (give_back(run)) {
+                return;
+            }
+            get();
+            break;
+        case opcode_e::end:
+            put();
+            if (leave(run)) {
+                return;
+            }
+            get();
+            break;
+        }
+    }
 }
 
 } // namespace ko::alg

@@ -1,63 +1,177 @@
 /// @file
-/// Evaluates expression trees of any depth.
+/// The machine: runs programs.
 ///
-/// The machine has a stack of frames, one for each branch that is being evaluated, and a stack of
-/// values. It asks the branch on top for its next step until no frame is left. In a step a branch
-/// either has one operand evaluated, the values of which are put on the stack before its next
-/// step, or it finishes: the values from `base` on are then what it gives.
+/// It has a stack of values and a stack of frames, one for each program that has begun and not
+/// ended. The outermost program of a run is begun by an evaluator; script functions and the
+/// built-in `evaluate` and `assign` push frames of their own, so that they need nothing of the
+/// C++ stack. A host function that evaluates begins another run on top of the same stacks.
 ///
-/// A leaf is evaluated at once, without a frame. A frame in list mode may give any number of
-/// values, every other frame gives one.
+/// A frame works on the state of an evaluator. A script function must see a copy of it, and what
+/// it does must be lost when it ends. As long as nobody can tell, the frame is isolated instead:
+/// it works on the state of its caller, and a journal puts back what it changes. Somebody can
+/// tell once a host function is to be called inside: then every isolated frame gets an evaluator
+/// of its own, the innermost first, each a copy of the state as its frame sees it
+/// (`evaluators_make`). The text of `evaluate` can call no host function, so that its frame is
+/// never given one.
+///
+/// However a frame ends, by a value, by `return` or by an exception, `frame_end` undoes what it
+/// has done to the state of its caller.
 #pragma once
 
 #include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
-#include "algebra/branch.h"
+#include "algebra/context.h"
+#include "algebra/unit.h"
+#include "algebra/value_stack.h"
 
 namespace ko::alg {
 
-/// A branch that is being evaluated.
-struct frame_t {
-    const branch_t* branch;
-    unsigned step;    ///< number of steps done
-    bool list;        ///< the values that commas separate are wanted one by one
-    std::size_t base; ///< size of the stack of values before the first step
+/// Carries the value of the built-in `return` through the C++ frames that a host has begun, to
+/// the evaluation that it ends.
+struct return_exception_t {
+    result_t value;
 };
 
-/// The evaluation of one tree. Lives as long as that takes; used by one thread.
+/// What has begun a program.
+enum class frame_e : unsigned char { base, script, evaluate, assign };
+
+/// What few frames have.
+struct frame_extra_t {
+    std::shared_ptr<algebra_t> evaluator; ///< of a script function that calls the host
+    std::unique_ptr<nesting_t::call_t> call;
+    unit_ptr_t unit;         ///< that only this frame has
+    std::string target;      ///< of an assignment
+    std::string parse_error; ///< of an isolated frame
+};
+
+/// A program that has begun.
+struct frame_t {
+    unit_t* unit = nullptr;
+    const instruction_t* resume = nullptr; ///< where it goes on after a call
+    context_t* state = nullptr;
+    const std::string* name = nullptr; ///< of the function
+    std::size_t floor = 0;             ///< number of slots that belong to its callers
+    std::size_t journal = 0;           ///< size of the journal when it began
+    unsigned depth = 0;                ///< of nested evaluations
+    frame_e kind = frame_e::base;
+    bool is_isolated = false;
+    bool is_bare = false; ///< without the functions and macros of the state
+    std::unique_ptr<frame_extra_t> extra;
+
+    frame_extra_t& extras() {
+        if (extra == nullptr) {
+            extra = std::make_unique<frame_extra_t>();
+        }
+        return *extra;
+    }
+};
+
+/// Runs programs on one evaluator. Used by one thread.
 class machine_t {
 public:
-    explicit machine_t(algebra_t& evaluator);
+    explicit machine_t(context_t& context) : base(context) {}
+    machine_t(const machine_t&) = delete;
+    machine_t& operator=(const machine_t&) = delete;
 
-    result_t value_of(const branch_t& root);
-    /// Appends the values of `root` in list mode.
-    void values_of(const branch_t& root, std::vector<result_t>& out);
+    /// The value of a program.
+    /// @param returned set to true when the built-in `return` has ended it
+    result_t run(unit_t& unit, bool& returned);
+    /// Appends the values of a program that is compiled as a list.
+    /// @return false when the built-in `return` has ended it: one value is appended then
+    bool run_list(unit_t& unit, std::vector<result_t>& out);
 
-    /// @name For the branches, in a step
-    /// @{
-
-    /// Puts the value of an operand on the stack.
-    /// @throws ko::exception_t the operand is missing
-    void evaluate(const child_t& child);
-    /// Puts the values of an operand on the stack, those that commas separate one by one.
-    void collect(const child_t& child);
-    /// Ends the branch; its value is on top of the stack.
-    void finish();
-    /// Ends the branch with `value` in place of the values from the frame's base on.
-    void finish(const frame_t& frame, result_t&& value);
-    /// Reports that a branch lacks an operand because its parse failed.
-    [[noreturn]] void fail_missing() const;
-
-    algebra_t& algebra;
-    std::vector<result_t> values;
-    /// @}
+    /// Evaluates `expression` and stores its value.
+    void assign(const std::string& name, const std::string& expression);
+    /// True while a program runs.
+    bool is_running() const { return !frames.empty(); }
 
 private:
-    void push(const branch_t& branch, bool list);
-    void run(const branch_t& root, bool list);
+    /// What a run has to put back.
+    struct run_t {
+        std::size_t frames;
+        std::size_t slots;
+        std::size_t pool;
+        std::size_t marks;
+        budget_t* drawn;
+        bool returned;
+    };
+    using bodies_t = std::map<std::pair<environment_t, std::string>, unit_ptr_t>;
 
+    // The run (machine.cpp).
+    void begin(unit_t& unit, run_t& run);
+    void execute(run_t& run);
+    void end(const run_t& run) noexcept;
+    void loop(run_t& run);
+    bool leave(run_t& run);
+    bool give_back(run_t& run);
+    bool give_back(run_t& run, result_t value);
+    void frame_push(unit_t& unit, frame_e kind);
+    void frame_end() noexcept;
+    void frame_enter();
+    frame_t& frame() { return frames.back(); }
+
+    // Variables (machine_values.cpp).
+    slot_t load(std::uint32_t place);
+    slot_t load_text(const result_t& value);
+    cell_t& cell_to_write(context_t& state, unit_t& unit, std::uint32_t place);
+    void cell_set(cell_t& cell, slot_t value);
+    void store(std::uint32_t place, const slot_t& value);
+    void names_check();
+
+    // Operators on what is no pair of numbers (machine_values.cpp).
+    slot_t unary_general(opcode_e opcode, const slot_t& a);
+    slot_t binary_general(opcode_e opcode, const slot_t& a, const slot_t& b);
+    slot_t binary_of_integers(opcode_e opcode, const slot_t& a, const slot_t& b);
+    slot_t join(const slot_t& a, const slot_t& b);
+    bool texts_of(const slot_t& a, const slot_t& b, const std::string*& x, const std::string*& y);
+    int int_of(const slot_t& slot) const;
+
+    // Calls (machine_calls.cpp).
+    std::size_t arguments_count(const instruction_t& instruction);
+    void arguments_release(std::size_t count);
+    void counts_check(const target_t& target, const char* kind, std::size_t found, int least,
+                      int most) const;
+    void builtin_call(const instruction_t& instruction);
+    void builtin_general(const target_t& target, slot_t* arguments);
+    void host_call(const instruction_t& instruction);
+    result_t host_apply(const host_record_t& host, algebra_t& owner,
+                        std::vector<result_t>& arguments) const;
+    void foreign(const instruction_t& instruction);
+
+    // Frames of calls (machine_frames.cpp).
+    bool arguments_wanted(const instruction_t& instruction);
+    void script_call(const instruction_t& instruction);
+    const function_t& script_find(const target_t& target, call_link_t& link);
+    unit_t& body_get(const function_t& function, call_link_t& link);
+    unit_ptr_t body_make(const function_t& function);
+    void parameters_bind(std::size_t first);
+    void evaluate_call(const instruction_t& instruction);
+    void assign_call(const instruction_t& instruction);
+    unit_t& idle_get();
+    void assign_begin(std::string name, const std::string& text);
+    lexer_settings_t settings_of(const frame_t& place) const;
+    std::string& parse_error_of(std::size_t place);
+    void evaluators_make();
+    void evaluator_make(std::size_t bottom, std::size_t top);
+
+    [[noreturn]] void fail(opcode_e opcode);
+
+    context_t& base;
+    value_stack_t values;
     std::vector<frame_t> frames;
+    std::vector<std::size_t> marks; ///< where lists of unknown length begin
+    bodies_t bodies;
+    unit_ptr_t idle; ///< does nothing; below what a host has assigned
+    std::uint64_t bodies_identity = 0;
+
+    // Of the frame on top, kept here while it does not run.
+    std::size_t top = 0; ///< number of slots in use
+    const instruction_t* pc = nullptr;
 };
 
 } // namespace ko::alg

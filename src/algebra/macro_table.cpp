@@ -4,16 +4,15 @@
 #include <set>
 #include <string_view>
 
-#include "algebra/character_tables.h"
+#include "algebra/identity.h"
+#include "algebra/limits.h"
+#include "algebra/words.h"
 #include "exception/exception.h"
 #include "str/ascii.h"
 
 namespace ko::alg {
 
 namespace {
-
-/// The replacement at which substitution gives up. The message says 50; callers rely on both.
-constexpr std::size_t replacements_max = 49;
 
 using macro_map_t = std::map<std::string, std::string, std::less<>>;
 
@@ -126,11 +125,19 @@ void macro_table_t::define(const std::string& key, const std::string& value) {
     definitions_t& list = definitions.write();
     macros.write().insert_or_assign(key, value);
     list.splice(list.end(), addition);
+    identity = identity_make();
+}
+
+void macro_table_t::clear() {
+    macros = {};
+    definitions = {};
+    identity = identity_make();
 }
 
 void macro_table_t::undefine(const std::string& key) {
     if (macros.get() != nullptr && macros.get()->count(key) != 0) {
         macros.write().erase(key);
+        identity = identity_make();
     }
 }
 

@@ -8,6 +8,7 @@
 /// adds those of its value alone.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <map>
@@ -33,6 +34,10 @@ public:
     /// @throws ko::exception_t at the 49th replacement; `text` is unchanged then
     void substitute(std::string& text) const;
 
+    /// Removes all macros and their definitions.
+    void clear();
+    /// Tells the macros from those of any other time.
+    std::uint64_t identity_get() const { return identity; }
     /// Appends every definition ever made, in order.
     void definitions_get(definitions_t& out) const;
 
@@ -41,6 +46,7 @@ private:
 
     cow_t<macros_t> macros;
     cow_t<definitions_t> definitions;
+    std::uint64_t identity = 0;
 };
 
 } // namespace ko::alg

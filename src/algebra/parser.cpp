@@ -1,89 +1,301 @@
 #include "algebra/parser.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace ko::alg {
 
 namespace {
 
-using position_t = std::list<token_t*>::iterator;
+/// Up to this number of operators, insertion is the quickest way to sort.
+constexpr std::size_t insertion_max = 24;
 
-bool is_mark(const token_t& token, char mark) {
-    return token.text.size() == 1 && token.text.front() == mark;
-}
+/// Classes of strength, from that of functions down to that of the comma.
+constexpr unsigned strengths = 17;
 
-position_t remove(list_t& tokens, position_t position) {
-    delete *position;
-    return tokens.erase(position);
-}
+/// Binds one line; lives as long as that takes.
+class binder_t {
+public:
+    binder_t(syntax_t& target, parser_room_t& parser_room, std::string& error)
+        : syntax(target), items(target.items), room(parser_room), parse_error(error) {}
 
-/// Gives every token its depth and removes parentheses and colons.
+    bool depths_set();
+    void commas_remove();
+    bool bind(place_t& failed);
+
+private:
+    static unsigned rank_of(const item_t& item) {
+        return static_cast<unsigned>(function_strength - syntax_t::strength_of(item));
+    }
+    bool precedes(place_t a, place_t b) const;
+    void order_fix();
+    void order_count();
+    template <class K> void count_by(const K& key_of, std::size_t keys);
+
+    bool item_bind(place_t place);
+    bool operation_bind(place_t place);
+    bool call_bind(place_t place);
+    bool has_group(const item_t& call) const;
+    bool fail(const operator_t& row, const place_t* operands, unsigned count);
+    place_t next_of(place_t place) const { return place == no_place ? place : items[place].next; }
+    bool is_unbound(place_t place) const { return syntax_t::is_unbound(items[place]); }
+    void unlink(place_t place);
+
+    syntax_t& syntax;
+    std::vector<item_t>& items;
+    parser_room_t& room;
+    std::string& parse_error;
+    int depth_min = 0;
+    int depth_max = 0;
+};
+
+/// Gives every token its depth, and takes parentheses and colons out.
 /// @return false when the parentheses do not match in number
-bool depths_set(list_t& tokens) {
+bool binder_t::depths_set() {
+    room.order.clear();
     int depth = 0;
-    for (position_t position = tokens.begin(); position != tokens.end();) {
-        token_t& token = **position;
-        const bool opens = is_mark(token, '(');
-        const bool closes = is_mark(token, ')');
-        if (token.is_string() || !(opens || closes || is_mark(token, ':'))) {
-            token.depth = depth;
-            ++position;
+    place_t last = no_place;
+    for (place_t place = 0; place < items.size(); ++place) {
+        item_t& item = items[place];
+        if (item.kind == item_e::open || item.kind == item_e::close) {
+            depth += item.kind == item_e::open ? 1 : -1;
             continue;
         }
-        depth += (opens ? 1 : 0) - (closes ? 1 : 0);
-        position = remove(tokens, position);
+        if (item.kind == item_e::colon) {
+            continue;
+        }
+        item.depth = depth;
+        depth_min = std::min(depth_min, depth);
+        depth_max = std::max(depth_max, depth);
+        item.previous = last;
+        (last == no_place ? syntax.first : items[last].next) = place;
+        last = place;
+        if (syntax_t::is_unbound(item)) {
+            room.order.push_back(place);
+        }
     }
     return depth == 0;
 }
 
 /// String literals "," go too; callers rely on it.
-void commas_remove(list_t& tokens) {
-    for (position_t position = tokens.begin(); position != tokens.end();) {
-        position = is_mark(**position, ',') ? remove(tokens, position) : std::next(position);
-    }
-}
-
-std::vector<position_t> binding_order(list_t& tokens) {
-    std::vector<position_t> order;
-    for (position_t position = tokens.begin(); position != tokens.end(); ++position) {
-        if ((*position)->unbound != 0) {
-            order.push_back(position);
+void binder_t::commas_remove() {
+    for (place_t place = syntax.first; place != no_place; place = items[place].next) {
+        if (syntax.text_of(items[place]) == ",") {
+            unlink(place);
         }
     }
-    std::stable_sort(order.begin(), order.end(),
-                     [](position_t a, position_t b) { return **a > **b; });
-    return order;
 }
 
-bool bind(list_t& tokens, std::string& error) {
-    for (position_t position : binding_order(tokens)) {
-        if (!(*position)->construct(tokens, position, error)) {
+bool binder_t::precedes(place_t a, place_t b) const {
+    const item_t& x = items[a];
+    const item_t& y = items[b];
+    return x.depth != y.depth ? x.depth > y.depth : rank_of(x) < rank_of(y);
+}
+
+void binder_t::order_fix() {
+    std::vector<place_t>& order = room.order;
+    if (order.size() > insertion_max) {
+        order_count();
+        return;
+    }
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        const place_t place = order[i];
+        std::size_t hole = i;
+        while (hole != 0 && precedes(place, order[hole - 1])) {
+            order[hole] = order[hole - 1];
+            --hole;
+        }
+        order[hole] = place;
+    }
+}
+
+void binder_t::order_count() {
+    count_by([this](place_t place) { return rank_of(items[place]); }, strengths);
+    if (depth_min != depth_max) {
+        count_by(
+            [this](place_t place) {
+                return static_cast<unsigned>(depth_max - items[place].depth);
+            },
+            static_cast<std::size_t>(depth_max - depth_min) + 1);
+    }
+}
+
+/// Sorts the order by a key, leaving equals in their order.
+template <class K> void binder_t::count_by(const K& key_of, std::size_t keys) {
+    room.counts.assign(keys + 1, 0);
+    for (const place_t place : room.order) {
+        ++room.counts[key_of(place) + 1];
+    }
+    for (std::size_t key = 1; key < keys; ++key) {
+        room.counts[key] += room.counts[key - 1];
+    }
+    room.sorted.resize(room.order.size());
+    for (const place_t place : room.order) {
+        room.sorted[room.counts[key_of(place)]++] = place;
+    }
+    room.order.swap(room.sorted);
+}
+
+bool binder_t::bind(place_t& failed) {
+    order_fix();
+    for (const place_t place : room.order) {
+        if (!item_bind(place)) {
+            failed = place;
             return false;
         }
     }
     return true;
 }
 
-} // namespace
+/// Marks an item as bound, whether or not it finds its operands, and takes these.
+bool binder_t::item_bind(place_t place) {
+    item_t& item = items[place];
+    item.is_bound = true;
+    --item.depth;
+    return item.kind == item_e::call ? call_bind(place) : operation_bind(place);
+}
 
-bool line_parse(std::string& line, const lexer_settings_t& settings, list_t& tokens,
-                std::string& error) {
-    if (!lexer_t(line, settings, tokens, error).run()) {
+bool binder_t::operation_bind(place_t place) {
+    item_t& item = items[place];
+    const operator_t& row = operator_get(item.operation);
+    const unsigned count = before_count(row.shape) + behind_count(row.shape);
+    place_t operands[3] = {item.previous, no_place, no_place};
+    operands[before_count(row.shape)] = item.next;
+    if (row.shape == shape_e::choice) {
+        operands[2] = next_of(item.next);
+    }
+    for (unsigned i = 0; i < count; ++i) {
+        if (operands[i] == no_place || is_unbound(operands[i])) {
+            return fail(row, operands, count);
+        }
+    }
+    for (unsigned i = 0; i < count; ++i) {
+        item.operands[i] = operands[i];
+        unlink(operands[i]);
+    }
+    return true;
+}
+
+/// Reports the first operand that is missing, else the first one that is unbound.
+bool binder_t::fail(const operator_t& row, const place_t* operands, unsigned count) {
+    const place_t* const end = operands + count;
+    const place_t* const missing = std::find(operands, end, no_place);
+    const place_t* const wrong =
+        missing != end ? missing
+                       : std::find_if(operands, end, [this](place_t o) { return is_unbound(o); });
+    parse_error =
+        message_of_operand(row, static_cast<unsigned>(wrong - operands), missing != end);
+    return false;
+}
+
+/// True when a group in parentheses of its own follows a call that has just been bound. What is
+/// bound in there has been lowered by a level.
+bool binder_t::has_group(const item_t& call) const {
+    if (call.next == no_place) {
         return false;
     }
-    if (!depths_set(tokens)) {
+    const item_t& behind = items[call.next];
+    return behind.depth + (behind.is_bound ? 1 : 0) > call.depth + 1;
+}
+
+bool binder_t::call_bind(place_t place) {
+    item_t& item = items[place];
+    const callee_t& callee = syntax.callees[item.callee];
+    const taking_e taking = taking_of(callee);
+    item.takes_nothing = item.takes_nothing || taking == taking_e::nothing ||
+                         (taking == taking_e::group_only && !has_group(item));
+    if (item.takes_nothing) {
+        return true;
+    }
+    if (item.next == no_place || is_unbound(item.next)) {
+        parse_error = item.next == no_place ? message_of_missing_arguments(callee)
+                                            : message_of_unbound_arguments(callee);
+        return false;
+    }
+    item.operands[0] = item.next;
+    unlink(item.next);
+    return true;
+}
+
+void binder_t::unlink(place_t place) {
+    const place_t before = items[place].previous;
+    const place_t behind = items[place].next;
+    (before == no_place ? syntax.first : items[before].next) = behind;
+    if (behind != no_place) {
+        items[behind].previous = before;
+    }
+}
+
+/// Chains the items as the lexer left them.
+void items_chain(syntax_t& syntax) {
+    std::vector<item_t>& items = syntax.items;
+    syntax.first = items.empty() ? no_place : 0;
+    for (place_t place = 0; place < items.size(); ++place) {
+        items[place].next = place + 1 == items.size() ? no_place : place + 1;
+        items[place].previous = place == 0 ? no_place : place - 1;
+    }
+}
+
+/// Lexes a line; what a failure leaves is chained.
+bool lex_or_chain(syntax_t& syntax, const lexer_settings_t& settings, std::string& error) {
+    try {
+        if (line_lex(syntax, settings, error)) {
+            return true;
+        }
+    } catch (...) {
+        items_chain(syntax);
+        throw;
+    }
+    items_chain(syntax);
+    return false;
+}
+
+} // namespace
+
+const char* message_of_missing_arguments(const callee_t& callee) {
+    return callee.is_script() ? "internal function %s -- not enough arguments"
+                              : "external function %s -- not enough arguments";
+}
+
+const char* message_of_unbound_arguments(const callee_t& callee) {
+    return callee.is_script() ? "internal function %s -- no arguments or parse error"
+                              : "external function %s -- parse error";
+}
+
+std::string message_of_operand(const operator_t& row, unsigned operand, bool is_missing) {
+    const std::string name = operand_name(row.shape, operand);
+    const std::string head = std::string(row.class_name) + "::construct() -- ";
+    return is_missing ? head + "expected " + name + " operand"
+                      : head + name + " operand does not evaluate to a term";
+}
+
+taking_e taking_of(const callee_t& callee) {
+    if (callee.host == nullptr) {
+        return taking_e::arguments;
+    }
+    return callee.host->count_max == 0   ? taking_e::nothing
+           : callee.host->count_min != 0 ? taking_e::arguments
+                                         : taking_e::group_only;
+}
+
+bool line_parse(syntax_t& syntax, const lexer_settings_t& settings, parser_room_t& room,
+                std::string& error, place_t& failed) {
+    failed = no_place;
+    if (!lex_or_chain(syntax, settings, error)) {
+        return false;
+    }
+    binder_t binder(syntax, room, error);
+    if (!binder.depths_set()) {
         error = "unmatched parenthesis";
         return false;
     }
     if (settings.numeric_only) {
-        commas_remove(tokens);
+        binder.commas_remove();
     }
-    if (!bind(tokens, error)) {
+    if (!binder.bind(failed)) {
         return false;
     }
-    if (tokens.size() != 1) {
-        error = "syntax error in " + line + " -- not enough operators";
+    if (syntax.first == no_place || syntax.items[syntax.first].next != no_place) {
+        error = "syntax error in " + syntax.text + " -- not enough operators";
         return false;
     }
     return true;

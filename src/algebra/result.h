@@ -57,6 +57,7 @@ public:
 
 private:
     friend struct ko::layout_t;
+    friend struct result_members_t;
     friend void add_to(result_t& sum, const result_t& value);
 
     int int_value;

@@ -1,17 +1,22 @@
 #include "algebra/statement_reader.h"
 
+#include "algebra/words.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
 
 namespace {
 
+/// The characters that are not just copied.
+constexpr character_table_t specials(";\xFF\n\'\"/");
+
 /// Reads one statement; lives as long as that takes.
 class statement_reader_t {
 public:
-    explicit statement_reader_t(const std::string& source) : text(source) {}
+    statement_reader_t(const std::string& source, std::string& target)
+        : text(source), statement(target) {}
 
-    statement_t read();
+    bool read();
 
 private:
     bool at_end() const { return position == text.size(); }
@@ -19,58 +24,68 @@ private:
     /// The next character of a string or a comment, which must not be open at the end.
     char next() {
         if (at_end()) {
-            throw exception_t("unexpected EOF encountered");
+            fail();
         }
         return text[position++];
     }
 
+    [[noreturn]] static void fail() {
+        throw exception_t(std::string("unexpected EOF encountered"));
+    }
     void quoted(char quote);
     void slash();
     void line_comment();
     void block_comment();
 
     const std::string& text;
+    std::string& statement;
     std::size_t position = 0;
-    statement_t statement;
+    bool substitute = true;
 };
 
-statement_t statement_reader_t::read() {
+bool statement_reader_t::read() {
+    statement.clear();
+    statement.reserve(text.size() + 1); // the lexer appends a blank
     while (!at_end()) {
+        const std::size_t begin = position;
+        while (!at_end() && !specials.has(text[position])) {
+            ++position;
+        }
+        statement.append(text, begin, position - begin);
+        if (at_end()) {
+            break;
+        }
         const char c = text[position++];
         switch (c) {
         case ';':
         case '\xFF': // ends a statement as the end of the text does; callers rely on it
-            return statement;
+            return substitute;
         case '\n':
-            break;
-        case '\'':
-        case '"':
-            quoted(c);
             break;
         case '/':
             slash();
             break;
         default:
-            statement.text += c;
+            quoted(c);
         }
     }
-    return statement;
+    return substitute;
 }
 
 void statement_reader_t::quoted(char quote) {
-    statement.text += quote;
-    char c = 0;
-    do {
-        c = next();
-        statement.text += c;
-    } while (c != quote);
+    const std::size_t end = text.find(quote, position);
+    if (end == std::string::npos) {
+        fail();
+    }
+    statement.append(text, position - 1, end + 2 - position);
+    position = end + 1;
 }
 
 void statement_reader_t::slash() {
     if (at_end()) {
         // A text that ends in "/" goes without macro substitution; callers rely on it.
-        statement.text += '/';
-        statement.substitute = false;
+        statement += '/';
+        substitute = false;
         return;
     }
     const char c = text[position++];
@@ -79,8 +94,8 @@ void statement_reader_t::slash() {
     } else if (c == '*') {
         block_comment();
     } else {
-        statement.text += '/';
-        statement.text += c;
+        statement += '/';
+        statement += c;
     }
 }
 
@@ -105,8 +120,8 @@ void statement_reader_t::block_comment() {
 
 } // namespace
 
-statement_t statement_read(const std::string& text) {
-    return statement_reader_t(text).read();
+bool statement_read(const std::string& text, std::string& statement) {
+    return statement_reader_t(text, statement).read();
 }
 
 } // namespace ko::alg

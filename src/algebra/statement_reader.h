@@ -6,14 +6,10 @@
 
 namespace ko::alg {
 
-/// One statement, without comments and line breaks.
-struct statement_t {
-    std::string text;
-    bool substitute = true; ///< whether macros are replaced in it
-};
-
 /// Reads the first statement of `text`, up to a ";", the end or a byte 255.
+/// @param statement receives it without comments and line breaks
+/// @return whether macros are replaced in it
 /// @throws ko::exception_t "unexpected EOF encountered" inside a string or a comment
-statement_t statement_read(const std::string& text);
+bool statement_read(const std::string& text, std::string& statement);
 
 } // namespace ko::alg

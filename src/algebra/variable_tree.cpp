@@ -9,31 +9,60 @@ variable_tree_t::node_t::node_t() = default;
 variable_tree_t::node_t::node_t(const node_t& other) = default;
 variable_tree_t::node_t::~node_t() = default;
 
-const result_t* variable_tree_t::find(const std::string& name) const {
+const cell_t* variable_tree_t::cell_find(std::string_view name) const {
     const node_t* node = root.get();
     while (node != nullptr) {
-        const int order = name.compare(node->name);
+        const int order = name.compare(node->cell.name);
         if (order == 0) {
-            return &node->value;
+            return &node->cell;
         }
         node = (order < 0 ? node->left : node->right).get();
     }
     return nullptr;
 }
 
-result_t& variable_tree_t::write(const std::string& name) {
-    if (find(name) == nullptr) {
-        link_t leaf;
-        node_t& added = leaf.write();
-        added.name = name;
-        insert(root, leaf);
-        return added.value;
+const result_t* variable_tree_t::find(std::string_view name) const {
+    const cell_t* const found = cell_find(name);
+    return found == nullptr || !found->is_present ? nullptr : &found->value;
+}
+
+cell_t& variable_tree_t::cell(std::string_view name, bool& moved) {
+    bool is_shared = root.is_shared();
+    const node_t* node = root.get();
+    int order = 0;
+    while (node != nullptr && (order = name.compare(node->cell.name)) != 0) {
+        const link_t& next = order < 0 ? node->left : node->right;
+        is_shared = is_shared || next.is_shared();
+        node = next.get();
     }
-    node_t* node = &root.write();
-    for (int order = name.compare(node->name); order != 0; order = name.compare(node->name)) {
-        node = &(order < 0 ? node->left : node->right).write();
+    moved = moved || is_shared;
+    if (node == nullptr) {
+        return cell_add(name);
     }
-    return node->value;
+    node_t* own = &root.write();
+    for (order = name.compare(own->cell.name); order != 0; order = name.compare(own->cell.name)) {
+        own = &(order < 0 ? own->left : own->right).write();
+    }
+    return own->cell;
+}
+
+/// Adds a name that the tree does not have.
+cell_t& variable_tree_t::cell_add(std::string_view name) {
+    link_t leaf;
+    node_t& added = leaf.write();
+    added.cell.name = name;
+    insert(root, leaf);
+    return added.cell;
+}
+
+result_t& variable_tree_t::write(std::string_view name) {
+    bool moved = false;
+    cell_t& own = cell(name, moved);
+    if (!own.is_present) {
+        own.value = result_t();
+        own.is_present = true;
+    }
+    return own.value;
 }
 
 unsigned variable_tree_t::height_of(const link_t& link) {
@@ -84,7 +113,7 @@ void variable_tree_t::insert(link_t& top, link_t& leaf) {
         return;
     }
     node_t& node = top.write();
-    insert(leaf.get()->name < node.name ? node.left : node.right, leaf);
+    insert(leaf.get()->cell.name < node.cell.name ? node.left : node.right, leaf);
     balance(top);
 }
 
@@ -99,8 +128,7 @@ variable_tree_t::link_t variable_tree_t::clone(const link_t& link) {
     if (link.get() != nullptr) {
         const node_t& from = *link.get();
         node_t& to = copy.write();
-        to.name = from.name;
-        to.value = from.value;
+        to.cell = from.cell;
         to.height = from.height;
         to.left = clone(from.left);
         to.right = clone(from.right);
@@ -120,13 +148,28 @@ void variable_tree_t::update(const link_t& link, const variable_tree_t& other,
         return;
     }
     const node_t& node = *link.get();
-    const result_t* const value = other.find(node.name);
+    const result_t* const value = node.cell.is_present ? other.find(node.cell.name) : nullptr;
     // A node that both share has the same value.
-    if (value != nullptr && value != &node.value) {
-        updated.write(node.name) = *value;
+    if (value != nullptr && value != &node.cell.value) {
+        updated.write(node.cell.name) = *value;
     }
     update(node.left, other, updated);
     update(node.right, other, updated);
+}
+
+void variable_tree_t::names_get(std::vector<std::string>& out) const {
+    names_of(root, out);
+}
+
+void variable_tree_t::names_of(const link_t& link, std::vector<std::string>& out) {
+    if (link.get() == nullptr) {
+        return;
+    }
+    names_of(link.get()->left, out);
+    if (link.get()->cell.is_present) {
+        out.push_back(link.get()->cell.name);
+    }
+    names_of(link.get()->right, out);
 }
 
 // NOLINTEND(misc-no-recursion)

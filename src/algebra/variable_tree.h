@@ -8,24 +8,43 @@
 /// there are. The heights of the two subtrees of a node differ by at most 1. Only nodes on the
 /// way to a new one are turned, and these are not shared any more when they are: turning cannot
 /// fail.
+///
+/// A name is never taken out of the tree: a variable that is gone leaves an absent cell. Whoever
+/// has found a cell may thus keep its place, until a change copies nodes.
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "algebra/cow.h"
 #include "algebra/result.h"
 
 namespace ko::alg {
 
+/// The place of a variable.
+struct cell_t {
+    std::string name;
+    result_t value;
+    bool is_present = false; ///< false for a name that has no variable
+};
+
 /// Variables by name. Used by one thread at a time; copies may be on different threads. A failure
 /// leaves names and values as they were.
 class variable_tree_t {
 public:
     /// @return the value, or null
-    const result_t* find(const std::string& name) const;
-    /// The value to change, created as the integer 0 when missing. It stays where it is as long
-    /// as the tree is neither copied nor assigned to.
-    result_t& write(const std::string& name);
+    const result_t* find(std::string_view name) const;
+    /// @return the cell, which may be absent, or null; it is to be read only
+    const cell_t* cell_find(std::string_view name) const;
+    /// The cell to change, created absent when missing. It stays where it is as long as the tree
+    /// is neither copied nor assigned to.
+    /// @param moved set to true when other cells have moved for it, else left alone
+    cell_t& cell(std::string_view name, bool& moved);
+    /// The value to change, created as the integer 0 when missing.
+    result_t& write(std::string_view name);
+    /// Appends the names of the variables in ascending order.
+    void names_get(std::vector<std::string>& out) const;
     /// A copy that shares no node with this tree.
     variable_tree_t clone() const;
     /// Gives every variable whose name is also in `other` the value that it has there.
@@ -45,8 +64,7 @@ private:
         node_t& operator=(const node_t&) = delete;
         ~node_t();
 
-        std::string name;
-        result_t value;
+        cell_t cell;
         unsigned height = 1;
         link_t left;
         link_t right;
@@ -60,6 +78,8 @@ private:
     static void even_out(link_t& top, side_t high, side_t low);
     static void balance(link_t& top);
     static void insert(link_t& top, link_t& leaf);
+    cell_t& cell_add(std::string_view name);
+    static void names_of(const link_t& link, std::vector<std::string>& out);
     static link_t clone(const link_t& link);
     static void update(const link_t& link, const variable_tree_t& other,
                        variable_tree_t& updated);

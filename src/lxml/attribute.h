@@ -27,13 +27,6 @@ struct attribute_key_t {
     int name; ///< atom of the local name
 };
 
-/// An attribute that is about to be made; the value is borrowed.
-struct attribute_text_t {
-    int ns;            ///< atom of the namespace name
-    int name;          ///< atom of the local name
-    const char* value; ///< zero-terminated
-};
-
 /// Orders attributes by namespace atom and then by name atom: in the order in which their names
 /// first came up in the document, not alphabetically.
 struct attr_ptr_cmp_t {

@@ -1,8 +1,11 @@
 #include "lxml/document.h"
 
-#include <memory>
+#include <new>
+#include <utility>
 
 #include "exception/exception.h"
+#include "lxml/atom_map.h"
+#include "lxml/pool.h"
 
 namespace ko::lxml {
 
@@ -41,9 +44,67 @@ document_t::document_t(const document_t& source) : document_t() {
 }
 
 document_t::~document_t() {
-    for (const element_t* e : elements) {
-        delete e;
+    elements_free();
+}
+
+/// What lies in the pool is left to it; only what lies elsewhere is freed element by element.
+void document_t::elements_free() noexcept {
+    if (pool != nullptr) {
+        pool->close();
     }
+    for (element_t* const e : elements) {
+        e->element_t::~element_t();
+    }
+    elements.clear();
+    positions.reset();
+    pool.reset();
+}
+
+void document_t::clear() noexcept {
+    elements_free();
+    root = nullptr;
+    uri_to_prefix.clear();
+    prefix_to_uri.clear();
+    file_name.clear();
+    stylesheet.clear();
+}
+
+void document_t::copy(const document_t& source) {
+    if (this == &source) {
+        return;
+    }
+    document_t made(atoms);
+    made.root = source.root == nullptr ? nullptr : source.root->clone_whole(made);
+    atom_map_t names(*source.atoms, *atoms);
+    for (const auto& [uri, prefix] : source.uri_to_prefix) {
+        const int uri_id = names.get(uri);
+        made.uri_to_prefix[uri_id] = names.get(prefix);
+    }
+    for (const auto& [prefix, uri] : source.prefix_to_uri) {
+        const int prefix_id = names.get(prefix);
+        made.prefix_to_uri[prefix_id] = names.get(uri);
+    }
+    made.file_name = source.file_name;
+    made.stylesheet = source.stylesheet;
+    take(made);
+}
+
+/// Takes what another document with the same atom table holds, and gives it what it holds itself.
+void document_t::take(document_t& other) noexcept {
+    for (element_t* const e : other.elements) {
+        e->document = this;
+    }
+    for (element_t* const e : elements) {
+        e->document = &other;
+    }
+    uri_to_prefix.swap(other.uri_to_prefix);
+    prefix_to_uri.swap(other.prefix_to_uri);
+    file_name.swap(other.file_name);
+    stylesheet.swap(other.stylesheet);
+    elements.swap(other.elements);
+    std::swap(root, other.root);
+    positions.swap(other.positions);
+    pool.swap(other.pool);
 }
 
 element_t* document_t::element_create(const std::string& name, const std::string& ns) {
@@ -52,9 +113,23 @@ element_t* document_t::element_create(const std::string& name, const std::string
 }
 
 element_t* document_t::element_make(int name_id, int ns_id) {
-    std::unique_ptr<element_t> e(new element_t(this, name_id, ns_id));
-    elements.insert(e.get());
-    return e.release();
+    if (pool == nullptr) {
+        pool = std::make_unique<pool_t>();
+    }
+    void* const place = pool->allocate(sizeof(element_t), pool_t::element);
+    element_t* const e = new (place) element_t(this, name_id, ns_id);
+    try {
+        elements.insert(e);
+    } catch (...) {
+        element_destroy(e);
+        throw;
+    }
+    return e;
+}
+
+void document_t::element_destroy(element_t* e) noexcept {
+    e->element_t::~element_t();
+    pool->release(e, sizeof(element_t));
 }
 
 void document_t::element_free(element_t* e) {
@@ -66,7 +141,7 @@ void document_t::element_free(element_t* e) {
     if (positions != nullptr) {
         positions->erase(e);
     }
-    delete e;
+    element_destroy(e);
 }
 
 void document_t::tree_free(element_t* e) noexcept {

@@ -5,7 +5,6 @@
 #include <iosfwd>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <unordered_map>
 
@@ -13,10 +12,13 @@
 #include "export.h"
 #include "lxml/atom_table.h"
 #include "lxml/element.h"
+#include "lxml/element_set.h"
 #include "lxml/load_options.h"
 #include "lxml/write.h"
 
 namespace ko::lxml {
+
+class pool_t;
 
 /// An XML document: the owner of all elements made in it, of their names and of the namespace
 /// prefixes met while loading.
@@ -29,7 +31,7 @@ namespace ko::lxml {
 class KO_API document_t {
 public:
     /// Every element of the document, by address.
-    using elements_t = std::set<element_t*>;
+    using elements_t = element_set_t;
 
     /// An empty document with an atom table of its own.
     document_t();
@@ -54,7 +56,16 @@ public:
     /// Unlinks `e` from the tree, frees its descendants and `e` itself. Of an element that does
     /// not hang below the root, and of the root, the descendants stay.
     /// @throws ko::exception_t "element_free() -- given element not in document"
+    ///
+    /// The whole tree is searched; `element_t::child_erase` is for who knows the parent.
     void element_remove(element_t* e);
+    /// Frees all elements and forgets the root, the prefixes, the file name and the stylesheet.
+    /// The atoms stay.
+    void clear() noexcept;
+    /// Replaces what the document holds by a copy of `source`: the tree with its texts and CDATA,
+    /// prefixes, file name and stylesheet. An exception leaves the document as it was, but for
+    /// its atoms. A document is not copied onto itself.
+    void copy(const document_t& source);
     /// @}
 
     /// @name Loading
@@ -161,6 +172,7 @@ public:
 private:
     friend struct ko::layout_t;
     friend class element_t;
+    friend struct by_atoms_t;
     friend class sax_t;
 
     class KO_LOCAL load_guard_t;
@@ -175,7 +187,12 @@ private:
     /// @throws ko::exception_t "element_free() -- given element not in document"
     KO_LOCAL void require_owned(const element_t* e) const;
 
+    KO_LOCAL void take(document_t& other) noexcept;
+    KO_LOCAL void elements_free() noexcept;
+    KO_LOCAL void element_destroy(element_t* e) noexcept;
+
     std::unique_ptr<positions_t> positions; ///< null when there are none
+    std::unique_ptr<pool_t> pool;           ///< where the elements lie; null before the first
 };
 
 /// Splits a name at its first ":".

@@ -1,33 +1,97 @@
+// An element and what it does with the tree below it. Trees may be a million levels deep, so that
+// nothing here recurses.
+
 #include "lxml/element.h"
 
-#include <memory>
+#include <algorithm>
+#include <iterator>
 
 #include "exception/exception.h"
+#include "lxml/atom_map.h"
+#include "lxml/attribute_text.h"
 #include "lxml/document.h"
+#include "lxml/pooled_attribute.h"
+#include "lxml/walk.h"
 
 namespace ko::lxml {
 
-element_t::element_t(document_t* owner, int name_id, int ns_id)
-    : node_t(owner->atoms, name_id, ns_id), document(owner) {}
+namespace {
 
-element_t::~element_t() {
-    for (const attribute_t* attribute : attributes) {
-        delete attribute;
+bool is_before(const attribute_text_t& a, const attribute_text_t& b) {
+    return a.ns != b.ns ? a.ns < b.ns : a.name < b.name;
+}
+
+/// Keeps the order of equal ones. An element has a handful of attributes, for which the simplest
+/// way is the quickest.
+void sort(std::vector<attribute_text_t>& list) {
+    constexpr std::size_t few = 12;
+    if (list.size() > few) {
+        std::stable_sort(list.begin(), list.end(), is_before);
+        return;
+    }
+    for (std::size_t i = 1; i < list.size(); ++i) {
+        const attribute_text_t item = list[i];
+        std::size_t to = i;
+        for (; to > 0 && is_before(item, list[to - 1]); --to) {
+            list[to] = list[to - 1];
+        }
+        list[to] = item;
     }
 }
 
-element_t* element_t::append(element_t* child) {
+/// Makes sure that `child` can hang below `parent`.
+void require_child(const element_t& parent, const element_t* child) {
     if (child == nullptr) {
         throw exception_t(std::string("element_t::append() -- given element is null"));
     }
-    if (child == this) {
+    if (child == &parent) {
         throw exception_t(std::string("element_t::append() -- an element cannot hold itself"));
     }
-    if (child->document != document) {
+    if (child->document != parent.document) {
         throw exception_t(std::string("elements cannot span documents"));
     }
+}
+
+/// An element whose children are being searched.
+struct searching_t {
+    element_t::children_t* children;
+    element_t::children_t::iterator next;
+};
+
+} // namespace
+
+element_t::element_t(document_t* owner, int name_id, int ns_id)
+    : node_t(owner->atoms, name_id, ns_id), document(owner), children(true), attributes(true) {}
+
+element_t::~element_t() = default;
+
+void element_t::operator delete(void*) noexcept {}
+
+element_t* element_t::append(element_t* child) {
+    require_child(*this, child);
     children.push_back(child);
     return child;
+}
+
+element_t* element_t::insert_before(element_t* child, const element_t* before) {
+    require_child(*this, child);
+    const auto at = std::find(children.begin(), children.end(), before);
+    if (at == children.end() && before != nullptr) {
+        throw exception_t(
+            std::string("element_t::insert_before() -- not a child of the element"));
+    }
+    children.insert(at, child);
+    return child;
+}
+
+void element_t::child_erase(element_t* child) {
+    const auto at = std::find(children.begin(), children.end(), child);
+    if (at == children.end()) {
+        throw exception_t(std::string("element_t::child_erase() -- not a child of the element"));
+    }
+    child->children_delete();
+    children.erase(at);
+    document->element_free(child);
 }
 
 const attribute_t* element_t::attribute_get(int name_id, int ns_id) const {
@@ -52,11 +116,11 @@ attribute_t* element_t::attribute_get(const std::string& name_text, const std::s
 }
 
 const attribute_t* element_t::attribute_get(const std::string& name_text) const {
-    return attribute_get(name_text, str_empty);
+    return attribute_get(atoms->get(name_text), 0);
 }
 
 attribute_t* element_t::attribute_get(const std::string& name_text) {
-    return attribute_get(name_text, str_empty);
+    return attribute_get(atoms->get(name_text), 0);
 }
 
 std::string element_t::attribute_get_value(const std::string& name_text,
@@ -65,33 +129,177 @@ std::string element_t::attribute_get_value(const std::string& name_text,
     return attribute == nullptr ? default_value : attribute->value;
 }
 
+const attribute_t* element_t::attribute_find(const std::string& name_text,
+                                             const std::string& ns_text) const {
+    return attribute_get(atoms->find(name_text), ns_text.empty() ? 0 : atoms->find(ns_text));
+}
+
+attribute_t* element_t::attribute_find(const std::string& name_text, const std::string& ns_text) {
+    return attribute_get(atoms->find(name_text), ns_text.empty() ? 0 : atoms->find(ns_text));
+}
+
 void element_t::attribute_set_ns(const std::string& name_text, const std::string& ns_text,
                                  const std::string& value) {
     const int name_id = atoms->get(name_text);
-    const int ns_id = atoms->get(ns_text);
-    if (attribute_t* const known = attribute_get(name_id, ns_id)) {
-        known->value = value;
-        return;
-    }
-    auto attribute = std::make_unique<attribute_t>(atoms, name_id, ns_id, value);
-    attributes.insert(attribute.get());
-    attribute.release();
+    attribute_put({atoms->get(ns_text), name_id}, value);
 }
 
-void element_t::attributes_fill(std::vector<attribute_text_t>& list) {
-    for (const attribute_text_t& item : list) {
-        if (attribute_t* const known = attribute_get(item.name, item.ns)) {
-            known->value = item.value;
-            continue;
-        }
-        auto attribute = std::make_unique<attribute_t>(atoms, item.name, item.ns, item.value);
-        attributes.insert(attribute.get());
-        attribute.release();
+void element_t::attribute_put(const attribute_key_t& key, std::string_view value) {
+    const auto at = attributes.lower_bound(key);
+    if (at != attributes.end() && (*at)->ns == key.ns && (*at)->name == key.name) {
+        (*at)->value = value;
+        return;
+    }
+    attribute_t* const made = pooled_attribute_t::make(this, atoms, key.name, key.ns, value);
+    try {
+        attributes.insert_at(at, made);
+    } catch (...) {
+        pooled_attribute_t::free(made);
+        throw;
     }
 }
 
 void element_t::attribute_set(const std::string& name_text, const std::string& value) {
     attribute_set_ns(name_text, str_empty, value);
+}
+
+bool element_t::attribute_remove(const std::string& name_text, const std::string& ns_text) {
+    const attribute_t* const found = attribute_find(name_text, ns_text);
+    if (found == nullptr) {
+        return false;
+    }
+    attributes.remove(attributes.find(found));
+    return true;
+}
+
+/// Sorted first, each attribute is added at the end.
+void element_t::attributes_fill(std::vector<attribute_text_t>& list) {
+    sort(list);
+    attributes.reserve(list.size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const attribute_text_t& item = list[i];
+        if (i + 1 < list.size() && !is_before(item, list[i + 1])) {
+            continue;
+        }
+        attribute_t* const made =
+            pooled_attribute_t::make(this, atoms, item.name, item.ns, item.value);
+        try {
+            attributes.insert_at(attributes.end(), made);
+        } catch (...) {
+            pooled_attribute_t::free(made);
+            throw;
+        }
+    }
+}
+
+const element_t* element_t::child_find(const std::string& name_text,
+                                       const std::string& ns_text) const {
+    const auto found = children_named(name_text, ns_text);
+    return found.begin() == found.end() ? nullptr : *found.begin();
+}
+
+element_t* element_t::child_find(const std::string& name_text, const std::string& ns_text) {
+    const auto found = children_named(name_text, ns_text);
+    return found.begin() == found.end() ? nullptr : *found.begin();
+}
+
+element_t::named_t element_t::children_named(const std::string& name_text,
+                                             const std::string& ns_text) const {
+    return {children, atoms->find(name_text), ns_text.empty() ? 0 : atoms->find(ns_text)};
+}
+
+element_t* element_t::clone_one(document_t& target, bool whole, atom_map_t& names,
+                                std::vector<attribute_text_t>& list) const {
+    const int name_id = names.get(name);
+    element_t* const copy = target.element_make(name_id, names.get(ns));
+    list.clear();
+    for (const attribute_t* attribute : attributes) {
+        const int attribute_name = names.get(attribute->name);
+        list.push_back({names.get(attribute->ns), attribute_name, attribute->value});
+    }
+    copy->attributes_fill(list);
+    if (whole) {
+        copy->text = text;
+        copy->cdata = cdata;
+    }
+    return copy;
+}
+
+element_t* element_t::clone_tree(document_t& target, bool deep, bool whole) const {
+    atom_map_t names(*atoms, *target.atoms);
+    std::vector<attribute_text_t> list;
+    std::vector<element_t*> copies;
+    element_t* top = nullptr;
+    walk(
+        *this,
+        [&](const element_t& e) {
+            element_t* const copy = e.clone_one(target, whole, names, list);
+            if (copies.empty()) {
+                top = copy;
+            } else {
+                copies.back()->append(copy);
+            }
+            copies.push_back(copy);
+            return deep;
+        },
+        [&](const element_t&) { copies.pop_back(); });
+    return top;
+}
+
+element_t* element_t::clone(document_t& target, bool deep) const {
+    // Texts and CDATA are left out, which callers rely on.
+    return clone_tree(target, deep, false);
+}
+
+element_t* element_t::clone_whole(document_t& target) const {
+    return clone_tree(target, true, true);
+}
+
+void element_t::children_delete() {
+    std::vector<element_t*> open = {this};
+    while (!open.empty()) {
+        children_t& list = open.back()->children;
+        if (list.empty()) {
+            open.pop_back();
+            continue;
+        }
+        element_t* const child = list.front();
+        // An element that is linked twice is gone when it is met again.
+        if (document->elements.count(child) != 0 && !child->children.empty()) {
+            open.push_back(child);
+            continue;
+        }
+        list.pop_front();
+        document->element_free(child);
+    }
+}
+
+void element_t::child_remove(const element_t* e) {
+    bool freed = false;
+    std::vector<searching_t> open = {{&children, children.begin()}};
+    while (!open.empty()) {
+        searching_t& level = open.back();
+        if (level.next == level.children->end()) {
+            open.pop_back();
+            continue;
+        }
+        element_t* const child = *level.next;
+        if (freed || child == e) {
+            document->require_owned(child);
+        }
+        if (child != e) {
+            ++level.next;
+            open.push_back({&child->children, child->children.begin()});
+            continue;
+        }
+        freed = freed || !child->children.empty();
+        child->children_delete();
+        level.next = level.children->erase(level.next);
+        // Callers rely on this: the sibling after an unlinked element is skipped, and after the
+        // last one the search starts again at the first.
+        level.next =
+            level.next == level.children->end() ? level.children->begin() : std::next(level.next);
+    }
 }
 
 } // namespace ko::lxml

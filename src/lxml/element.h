@@ -4,16 +4,20 @@
 
 #include <iosfwd>
 #include <list>
-#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "export.h"
 #include "lxml/attribute.h"
+#include "lxml/attribute_set.h"
+#include "lxml/child_list.h"
+#include "lxml/named_children.h"
 #include "lxml/node.h"
 
 namespace ko::lxml {
 
+class atom_map_t;
 class document_t;
 struct attribute_text_t;
 
@@ -22,16 +26,19 @@ struct attribute_text_t;
 /// The document that made it owns it, whether it hangs in a tree or not; an element owns its
 /// attributes but not its children. Mixed content is not modelled: an element has two texts, one
 /// gathered outside and one inside CDATA sections. Used by one thread at a time, together with
-/// its document. A look-up by name adds an unknown name to the document's atom table. Where
-/// memory runs out, the tree stays whole: what was linked, set or freed before stays so.
+/// its document. A look-up by name adds an unknown name to the document's atom table, which makes
+/// it a change of the document even where it is `const`; `attribute_find`, `child_find` and
+/// `children_named` never do, so that several threads may use them, and the members, of a
+/// document that nobody changes. Where memory runs out, the tree stays whole: what was linked,
+/// set or freed before stays so.
 class KO_API element_t : public node_t {
 public:
     /// Children in document order.
-    using children_t = std::list<element_t*>;
+    using children_t = child_list_t;
     /// Attributes by namespace and name, in the order of their atoms.
-    using attributes_t = std::set<attribute_t*, attr_ptr_cmp_t>;
-
-    ~element_t() override;
+    using attributes_t = attribute_set_t;
+    /// Children of one name.
+    using named_t = named_children_t;
 
     /// Adds `child` after the other children.
     ///
@@ -40,6 +47,16 @@ public:
     /// @return `child`
     /// @throws ko::exception_t when `child` is null, this element, or of another document
     element_t* append(element_t* child);
+    /// Adds `child` before another child; before null it is added after the others.
+    /// @return `child`
+    /// @throws ko::exception_t as `append`, or "element_t::insert_before() -- not a child of the
+    ///         element"
+    element_t* insert_before(element_t* child, const element_t* before);
+    /// Unlinks a child from this element and frees it with its descendants. It costs as much as
+    /// there are children before it and descendants.
+    /// @throws ko::exception_t "element_t::child_erase() -- not a child of the element"; as
+    ///         `children_delete`
+    void child_erase(element_t* child);
 
     /// @name Attributes
     /// @{
@@ -57,11 +74,32 @@ public:
     /// A copy of the value of the attribute without namespace, or of `default_value`.
     std::string attribute_get_value(const std::string& name_text,
                                     const std::string& default_value) const;
+    /// The attribute with a name and a namespace name, or null; adds no name to the atom table.
+    attribute_t* attribute_find(const std::string& name_text, const std::string& ns_text = "");
+    /// @copydoc attribute_find(const std::string&, const std::string&)
+    const attribute_t* attribute_find(const std::string& name_text,
+                                      const std::string& ns_text = "") const;
     /// Sets the value of an attribute, which is made when missing.
     void attribute_set_ns(const std::string& name_text, const std::string& ns_text,
                           const std::string& value);
     /// Sets the value of an attribute without namespace.
     void attribute_set(const std::string& name_text, const std::string& value);
+    /// Deletes an attribute. @return whether there was one
+    bool attribute_remove(const std::string& name_text, const std::string& ns_text = "");
+    /// @}
+
+    /// @name Children by name
+    /// These functions add no name to the atom table.
+    /// @{
+
+    /// The first child with a name and a namespace name, or null.
+    element_t* child_find(const std::string& name_text, const std::string& ns_text = "");
+    /// @copydoc child_find(const std::string&, const std::string&)
+    const element_t* child_find(const std::string& name_text,
+                                const std::string& ns_text = "") const;
+    /// The children with a name and a namespace name, for a `for` over them. While it runs, the
+    /// children that are still to come must not be erased.
+    named_t children_named(const std::string& name_text, const std::string& ns_text = "") const;
     /// @}
 
     /// @name Trees
@@ -70,6 +108,9 @@ public:
     /// Makes a copy in `target`, not attached anywhere: names, attributes and, when `deep`, the
     /// children. Texts and CDATA are left out, which callers rely on.
     element_t* clone(document_t& target, bool deep) const;
+    /// Makes a copy in `target`, not attached anywhere: names, attributes, texts, CDATA and all
+    /// descendants. Prefixes are a matter of the documents; `document_t::copy` copies them.
+    element_t* clone_whole(document_t& target) const;
     /// Frees all descendants.
     /// @throws ko::exception_t "element_free() -- given element not in document" when an element
     ///         is linked twice; what was freed before is unlinked
@@ -110,10 +151,24 @@ public:
     std::string text;        ///< character data outside CDATA sections, concatenated
     std::string cdata;       ///< character data inside CDATA sections, concatenated
 
+protected:
+    /// Elements are freed by their document.
+    ~element_t() override;
+
 private:
     friend class document_t;
     friend class sax_t;
+    friend struct by_atoms_t;
 
+    /// The memory is the document's.
+    static void operator delete(void* place) noexcept;
+
+    /// @param names, list serve one element after the other
+    KO_LOCAL element_t* clone_one(document_t& target, bool whole, atom_map_t& names,
+                                  std::vector<attribute_text_t>& list) const;
+    KO_LOCAL element_t* clone_tree(document_t& target, bool deep, bool whole) const;
+    /// Sets the value of an attribute, which is made when missing.
+    KO_LOCAL void attribute_put(const attribute_key_t& key, std::string_view value);
     /// Adds attributes to an element without any. Of two with one name the later one counts.
     /// @param list is put into order
     KO_LOCAL void attributes_fill(std::vector<attribute_text_t>& list);

@@ -7,6 +7,7 @@
 
 #include "expat_parser/events.h"
 #include "expat_parser/expat_parser.h"
+#include "lxml/attribute_text.h"
 #include "lxml/document.h"
 #include "lxml/name_table.h"
 

@@ -1,8 +1,10 @@
 #include "xml_preprocessor/blocks.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
+#include "lxml/by_atoms.h"
 #include "xml_preprocessor/attributes.h"
 
 namespace ko::xpp {
@@ -41,7 +43,8 @@ expression_t block_t::expression_of(int name, const std::string& text) const {
 }
 
 std::string block_t::attribute_value(int name) const {
-    return site.run.value_of(attribute_required(site.element, name), names());
+    const lxml::attribute_t& attribute = attribute_required(site.element, name);
+    return attribute.ns == names().xpr_ns ? site.run.value_of(attribute) : attribute.value;
 }
 
 void block_t::body_set(lxml::element_t& other) {
@@ -85,20 +88,37 @@ void block_stack_t::enter(lxml::element_t& source, lxml::element_t& out, keyword
 void block_stack_t::copy(lxml::element_t& source, lxml::element_t& out, keywords_t& keywords,
                          keywords_ptr_t& kept) {
     run.element_count();
+    lxml::document_t& document = run.state.document;
+    lxml::atom_table_t& atoms = *document.atoms;
+    const int name = keywords.output_atom(source.name, atoms);
     lxml::element_t* const made =
-        run.state.document.element_create(source.name_get(), source.ns_get());
+        lxml::by_atoms_t::element_create(document, name, keywords.output_atom(source.ns, atoms));
     out.append(made);
     made->text = source.text;
     made->cdata = source.cdata;
-    for (const lxml::attribute_t* attribute : source.attributes) {
-        made->attribute_set(attribute->name_get(), run.value_of(*attribute, keywords.get()));
-    }
+    attributes_copy(source, *made, keywords);
     if (run.state.observer != nullptr) {
         run.state.observer->element_made(source, *made);
     }
     if (!source.children.empty()) {
         frames.push_back(
             {&source, source.children.cbegin(), made, &keywords, std::move(kept), nullptr});
+    }
+}
+
+void block_stack_t::attributes_copy(const lxml::element_t& source, lxml::element_t& made,
+                                    keywords_t& keywords) {
+    lxml::by_atoms_t::attributes_reserve(made, source.attributes.size());
+    for (const lxml::attribute_t* attribute : source.attributes) {
+        const auto put = [&](std::string_view value) {
+            const int name = keywords.output_atom(attribute->name, *made.atoms);
+            lxml::by_atoms_t::attribute_set(made, name, 0, value);
+        };
+        if (attribute->ns == keywords.get().xpr_ns) {
+            put(run.value_of(*attribute));
+        } else {
+            put(attribute->value);
+        }
     }
 }
 

@@ -107,6 +107,8 @@ private:
     void enter(lxml::element_t& source, lxml::element_t& out, keywords_t& nearest);
     void copy(lxml::element_t& source, lxml::element_t& out, keywords_t& keywords,
               keywords_ptr_t& kept);
+    void attributes_copy(const lxml::element_t& source, lxml::element_t& made,
+                         keywords_t& keywords);
     void execute(const site_t& site, keywords_ptr_t& kept);
     void step();
     void pass_begin();

@@ -12,4 +12,10 @@ void keywords_t::fill() {
     changes = namespaces.changes;
 }
 
+int keywords_t::translate(int atom, lxml::atom_table_t& output) {
+    const int translated = output.get(table->text_get(atom));
+    translations[static_cast<unsigned>(atom) % translations.size()] = {atom, translated, &output};
+    return translated;
+}
+
 } // namespace ko::xpp

@@ -8,6 +8,7 @@
 /// long as elements that use its table may be processed.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -39,13 +40,31 @@ public:
         return strings;
     }
 
+    /// What an atom of the table is in that of the output, to which its text is added when new.
+    int output_atom(int atom, lxml::atom_table_t& output) {
+        const translation_t& known =
+            translations[static_cast<unsigned>(atom) % translations.size()];
+        return known.atom == atom && known.output == &output ? known.translated
+                                                             : translate(atom, output);
+    }
+
 private:
+    /// The last translation of the atoms that share a place. A place for each atom would cost a
+    /// table's size for each use of a small part of a large one.
+    struct translation_t {
+        int atom = 0;
+        int translated = 0;
+        const lxml::atom_table_t* output = nullptr;
+    };
+
     void fill();
+    int translate(int atom, lxml::atom_table_t& output);
 
     lxml::atom_table_t* table;
     const namespaces_t& namespaces;
     unsigned changes;
     string_table_t strings;
+    std::array<translation_t, 128> translations;
 };
 
 using keywords_ptr_t = std::shared_ptr<keywords_t>;

@@ -18,7 +18,7 @@ place_t place_of(const lxml::element_t& element) {
     return place;
 }
 
-run_t::run_t(preprocessor_t::imp_t& preprocessor, const lxml::element_t& source, int requested)
+run_t::run_t(state_t& preprocessor, const lxml::element_t& source, int requested)
     : state(preprocessor), flags(requested), limits(preprocessor.limits), outer(preprocessor.run),
       known(state.cache_keywords), atoms(*source.atoms),
       positions(source.document->position_get(&source) != nullptr) {
@@ -82,10 +82,7 @@ std::string run_t::evaluate_string(const expression_t& wanted) {
     return evaluate(wanted).string_get(false, 0);
 }
 
-std::string run_t::value_of(const lxml::attribute_t& attribute, const string_table_t& names) {
-    if (attribute.ns != names.xpr_ns) {
-        return attribute.value;
-    }
+std::string run_t::value_of(const lxml::attribute_t& attribute) {
     expression = {attribute.atoms, attribute.name, &attribute.value};
     std::string value;
     std::string message;

@@ -26,7 +26,22 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     }
 }
 
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    if (test::allocations_left >= 0 && test::allocations_left-- == 0) {
+        throw std::bad_alloc();
+    }
+    void* block = nullptr;
+    if (posix_memalign(&block, static_cast<std::size_t>(alignment), size) != 0) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
 void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::align_val_t) noexcept {
     std::free(block);
 }
 

@@ -124,8 +124,9 @@ constexpr bool layout_t::nodes() {
            lie({offsetof(element_t, document), offsetof(element_t, children),
                 offsetof(element_t, attributes), offsetof(element_t, text),
                 offsetof(element_t, cdata)},
-               {16, 20, 32, 56, 80}) &&
-           takes<element_t>(104) &&
+               {16, 20, 32, 44, 68}) &&
+           takes<element_t>(92) && takes<element_t::children_t>(12) &&
+           takes<element_t::attributes_t>(12) &&
            lie({offsetof(attribute_key_t, ns), offsetof(attribute_key_t, name)}, {0, 4}) &&
            takes<attribute_key_t>(8);
 }
@@ -141,9 +142,9 @@ constexpr bool layout_t::documents() {
                 offsetof(document_t, elements), offsetof(document_t, root),
                 offsetof(document_t, atoms), offsetof(document_t, own_atoms),
                 offsetof(document_t, positions)},
-               {0, 24, 48, 72, 96, 120, 124, 128, 196}) &&
-           takes<document_t>(200) && lie({offsetof(conditional_endl_t, on)}, {0}) &&
-           takes<conditional_endl_t>(1);
+               {0, 24, 48, 72, 96, 128, 132, 136, 204}) &&
+           takes<document_t>(212) && takes<document_t::elements_t>(32) &&
+           lie({offsetof(conditional_endl_t, on)}, {0}) && takes<conditional_endl_t>(1);
 }
 
 constexpr bool layout_t::paths() {
@@ -163,8 +164,17 @@ constexpr bool layout_t::preprocessor() {
     using xpp::file_cache_t;
     using t = xpp::string_table_t;
     return lie({offsetof(file_cache_t, documents), offsetof(file_cache_t, atoms)}, {0, 24}) &&
-           takes<file_cache_t>(92) && takes<xpp::plugin_t>(4) &&
-           takes<del_second_map_t<std::string, xpp::plugin_t*>>(24) &&
+           takes<file_cache_t>(92) && takes<xpp::plugin_t>(4) && takes<xpp::observer_t>(4) &&
+           lie({offsetof(xpp::place_t, file), offsetof(xpp::place_t, line),
+                offsetof(xpp::place_t, column), offsetof(xpp::place_t, directive),
+                offsetof(xpp::place_t, detail)},
+               {0, 24, 28, 32, 56}) &&
+           takes<xpp::place_t>(80) &&
+           lie({offsetof(xpp::limits_t, elements), offsetof(xpp::limits_t, passes),
+                offsetof(xpp::limits_t, include), offsetof(xpp::limits_t, insert),
+                offsetof(xpp::limits_t, plugin)},
+               {0, 4, 8, 12, 16}) &&
+           takes<xpp::limits_t>(20) && takes<del_second_map_t<std::string, xpp::plugin_t*>>(24) &&
            lie({offsetof(xpp::preprocessor_t, imp)}, {0}) && takes<xpp::preprocessor_t>(4) &&
            lie({offsetof(t, xpp_ns),     offsetof(t, xpr_ns),     offsetof(t, condition),
                 offsetof(t, case_),      offsetof(t, default_),   offsetof(t, define),

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <string>
 
-#include "algebra/limits.h"
+#include "algebra/bounds.h"
 #include "expat_parser/limits.h"
 #include "lxpath/path_parser.h"
 #include "xml_preprocessor/limits.h"
@@ -18,12 +18,7 @@ struct limit_t {
 };
 
 const limit_t limits[] = {
-    {"script_nesting", ko::alg::script_nesting.limit, "script function 'f' nested more than "},
-    {"evaluate_nesting", ko::alg::evaluate_nesting.limit,
-     "function 'evaluate' nested more than "},
-    {"assign_nesting", ko::alg::assign_nesting.limit, "assignment to 'x' nested more than "},
-    {"function_nesting", ko::alg::function_nesting.limit,
-     "evaluation by function 'f' nested more than "},
+    {"limits_t::nesting", ko::alg::limits_t().nesting, "script function 'f' nested more than "},
     {"filter_depth_max", ko::lxml::filter_depth_max, "path filters nested more than "},
     {"insert_depth_max", ko::xpp::insert_depth_max, "insert nested more than "},
     {"include_depth_max", ko::xpp::include_depth_max, "include nested more than "},

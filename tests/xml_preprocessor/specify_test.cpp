@@ -29,6 +29,33 @@ TEST_F(specify, evaluates_values_in_the_expression_namespace_only) {
               "<a n=\"4\" /><a n=\"5\" />");
 }
 
+TEST_F(specify, reads_numbers_as_the_evaluator_does) {
+    for (const char* piece : {"7", " 8", "0", "12 ", "010", "+3", "-4", "1.5", "0x1f",
+                              "999999999", "1000000000", "2147483648"}) {
+        const std::string text = piece;
+        const std::string expected =
+            run("<x:evaluate expression='j = " + text + "'/><a e:n='j'/>");
+        EXPECT_EQ(run("<x:specify index='i' values='1," + text +
+                      "'><x:if condition='i!=1'>"
+                      "<a e:n='i'/></x:if></x:specify>"),
+                  expected)
+            << text;
+    }
+}
+
+TEST_F(specify, fails_where_nothing_can_be_assigned_to_the_index) {
+    EXPECT_EQ(
+        lines("<x:specify index='floor' values='1,2'/>", "external function %s -- parse error"),
+        "Caught exception in specify : none\n");
+}
+
+TEST_F(specify, assigns_numbers_to_what_a_macro_says) {
+    run("<x:specify index='i' values='1,2'/>");
+    preprocessor.algebra_get().macro_define("i", "k");
+    EXPECT_EQ(run("<x:specify index='i' values='3,4'><a e:n='k'/></x:specify>"),
+              "<a n=\"3\" /><a n=\"4\" />");
+}
+
 TEST_F(specify, takes_its_index_as_text) {
     EXPECT_EQ(run("<x:specify e:index='i' values='7'><a e:n='i'/></x:specify>"), "<a n=\"7\" />");
 }

@@ -56,6 +56,7 @@ TEST_F(preprocessor_trace, begins_with_the_directive_and_the_expression_at_fault
          ": case expression=\"v\""},
         {"<x:insert name='n'/>", ": insert name=\"n\""},
         {"<x:specify index='i' values='1,v'/>", ": specify i = v"},
+        {"<x:specify index='i'/>", ": specify"},
         {"<x:include file='none.xml'/>", ": include file=\"none.xml\""},
         {"<x:include/>", ": include"},
         {"<x:plugin name='p'/>", ": plugin name=\"p\""},

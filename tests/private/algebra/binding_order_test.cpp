@@ -8,20 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "algebra/branch.h"
-#include "algebra/function_table.h"
 #include "algebra/parser.h"
-
-namespace ko::alg {
-
-/// Reaches the operands of a branch.
-struct branch_probe_t {
-    static const token_t* child(const branch_t& branch, unsigned i) {
-        return branch.child(i).token;
-    }
-};
-
-} // namespace ko::alg
 
 namespace {
 
@@ -41,10 +28,15 @@ using nodes_t = std::vector<node_t>;
 
 class slow_parser_t {
 public:
-    slow_parser_t(const list_t& tokens, const std::string& lexed_line, bool is_numeric)
-        : line(lexed_line), numeric_only(is_numeric) {
-        for (const token_t* const t : tokens) {
-            nodes.push_back({t->text, t->unbound, t->strength, 0, t->is_string(), {}});
+    slow_parser_t(const syntax_t& lexed, bool is_numeric)
+        : line(lexed.text), numeric_only(is_numeric) {
+        for (const item_t& item : lexed.items) {
+            nodes.push_back({std::string(lexed.text_of(item)),
+                             syntax_t::is_unbound(item) ? 1U : 0U,
+                             syntax_t::strength_of(item),
+                             0,
+                             item.kind == item_e::text,
+                             {}});
         }
     }
 
@@ -228,24 +220,33 @@ std::string described(const node_t& node) {
     return text;
 }
 
-/// What `node_t` tells of a token and the operands that it has taken.
-node_t node_of(const token_t& token) {
-    node_t node{token.text, token.unbound, token.strength, token.depth, token.is_string(), {}};
-    if (const auto* const branch = dynamic_cast<const branch_t*>(&token)) {
-        for (unsigned i = 0; i < branch_t::children_max; ++i) {
-            if (const token_t* const child = branch_probe_t::child(*branch, i)) {
-                node.operands.push_back(node_of(*child));
-            }
+/// What `node_t` tells of an item and the operands that it has taken.
+node_t node_of(const syntax_t& syntax, const item_t& item) {
+    node_t node{std::string(syntax.text_of(item)), syntax_t::is_unbound(item) ? 1U : 0U,
+                syntax_t::strength_of(item),       item.depth,
+                item.kind == item_e::text,         {}};
+    for (const place_t operand : item.operands) {
+        if (operand != no_place) {
+            node.operands.push_back(node_of(syntax, syntax.items[operand]));
         }
     }
     return node;
 }
 
+/// A host function that is never called.
+host_record_t host_of(const std::string& name, int count) {
+    host_record_t record;
+    record.prototype.name = name;
+    record.count_min = count;
+    record.count_max = count;
+    return record;
+}
+
 class binding_order : public testing::Test {
 protected:
     binding_order() {
-        functions.host_define({"h0", 0, nullptr, nullptr, nullptr, nullptr, nullptr});
-        functions.host_define({"h1", 1, nullptr, nullptr, nullptr, nullptr, nullptr});
+        functions.host_define(host_of("h0", 0));
+        functions.host_define(host_of("h1", 1));
         EXPECT_TRUE(functions.script_define("s0()", "1"));
         EXPECT_TRUE(functions.script_define("s1(x)", "x"));
     }
@@ -272,6 +273,20 @@ protected:
         return text;
     }
 
+    /// More operators than insertion sorts, at several depths.
+    std::string long_expression() {
+        std::string text = "1";
+        for (int i = 0; i < 40; ++i) {
+            const std::string operators =
+                one_of({"*", "-", "+", "<<", "<", "==", "&", "|", "&&", "||", "=", ",", "? 2 :"});
+            text += " " + operators + one_of({" 1", " (x", " h1 2", " -1", " 1)"});
+        }
+        const auto open = std::count(text.begin(), text.end(), '(');
+        const auto close = std::count(text.begin(), text.end(), ')');
+        return open > close ? text + std::string(static_cast<std::size_t>(open - close), ')')
+                            : std::string(static_cast<std::size_t>(close - open), '(') + text;
+    }
+
     /// Terms and operators in turn, some of them in parentheses, and now and then a slip.
     std::string expression(unsigned levels) {
         std::string text;
@@ -287,29 +302,35 @@ protected:
 
     /// Compares the parsers; counts the texts that parse.
     void compare(const std::string& text) {
-        const lexer_settings_t settings{functions, numeric_only};
-        std::string line = text;
-        std::string lexed = text;
+        lexer_settings_t settings;
+        settings.functions = &functions;
+        settings.numeric_only = numeric_only;
         std::string error;
-        list_t tokens;
-        list_t flat;
-        ASSERT_TRUE(lexer_t(lexed, settings, flat, error).run()) << text;
-        slow_parser_t slow(flat, lexed, numeric_only);
+        syntax_t flat;
+        flat.text = text;
+        ASSERT_TRUE(line_lex(flat, settings, error)) << text;
+        slow_parser_t slow(flat, numeric_only);
         const bool is_good = slow.run();
-        EXPECT_EQ(line_parse(line, settings, tokens, error), is_good) << text;
+        syntax_t tree;
+        tree.text = text;
+        place_t failed = no_place;
+        EXPECT_EQ(line_parse(tree, settings, room, error, failed), is_good) << text;
         EXPECT_EQ(error, slow.error) << text;
-        expect_same(tokens, slow.nodes, text);
+        expect_same(tree, slow.nodes, text);
         good += is_good ? 1 : 0;
     }
 
-    static void expect_same(const list_t& tokens, const nodes_t& nodes, const std::string& text) {
-        ASSERT_EQ(tokens.size(), nodes.size()) << text;
-        auto node = nodes.begin();
-        for (const token_t* const token : tokens) {
-            EXPECT_EQ(described(node_of(*token)), described(*node++)) << text;
+    static void expect_same(const syntax_t& tree, const nodes_t& nodes, const std::string& text) {
+        place_t place = tree.first;
+        for (const node_t& node : nodes) {
+            ASSERT_NE(place, no_place) << text;
+            EXPECT_EQ(described(node_of(tree, tree.items[place])), described(node)) << text;
+            place = tree.items[place].next;
         }
+        EXPECT_EQ(place, no_place) << text;
     }
 
+    parser_room_t room;
     std::mt19937 random{7};
     function_table_t functions;
     bool numeric_only = false;
@@ -328,6 +349,13 @@ TEST_F(binding_order, of_expressions_is_that_of_repeated_searches) {
         compare(expression(3));
     }
     EXPECT_GT(good, 1000);
+}
+
+TEST_F(binding_order, of_long_expressions_is_that_of_repeated_searches) {
+    for (int i = 0; i < 1000; ++i) {
+        compare(long_expression());
+    }
+    EXPECT_GT(good, 100);
 }
 
 TEST_F(binding_order, in_numeric_only_mode_is_that_of_repeated_searches) {

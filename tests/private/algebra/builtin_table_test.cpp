@@ -1,4 +1,4 @@
-#include "algebra/builtin_functions.h"
+#include "algebra/builtins.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,6 @@
 namespace {
 
 using ko::alg::builtin_find;
-using ko::alg::function_prototype_t;
 
 struct count_case_t {
     const char* name;
@@ -23,37 +22,43 @@ TEST(builtin_table, holds_the_21_functions_with_their_argument_counts) {
         {"exists", 1},
     };
     for (const count_case_t& c : cases) {
-        function_prototype_t function;
-        EXPECT_TRUE(builtin_find(c.name, function)) << c.name;
-        EXPECT_EQ(function.name, c.name);
-        EXPECT_EQ(function.argument_count, c.count) << c.name;
+        const ko::alg::builtin_t* const row = builtin_find(c.name);
+        ASSERT_NE(row, nullptr) << c.name;
+        EXPECT_EQ(row->name, c.name);
+        EXPECT_EQ(row->count, c.count) << c.name;
     }
     EXPECT_EQ(std::size(cases), 21U);
 }
 
-TEST(builtin_table, sets_the_one_pointer_of_the_kind) {
-    function_prototype_t function;
-    ASSERT_TRUE(builtin_find("quad", function));
-    EXPECT_TRUE(function.function3 != nullptr);
-    EXPECT_TRUE(function.function0 == nullptr && function.function1 == nullptr &&
-                function.function2 == nullptr && function.function_list == nullptr);
+TEST(builtin_table, has_no_other_spelling) {
+    for (const char* name : {"Abs", "", "ab", "absx"}) {
+        EXPECT_EQ(builtin_find(name), nullptr) << name;
+    }
 }
 
-TEST(builtin_table, leaves_the_record_alone_where_there_is_no_function) {
-    function_prototype_t function;
-    function.name = "kept";
-    EXPECT_FALSE(builtin_find("Abs", function));
-    EXPECT_FALSE(builtin_find("", function));
-    EXPECT_EQ(function.name, "kept");
-}
-
-TEST(function_table, a_host_function_hides_the_built_in_one) {
+TEST(function_table, has_the_host_functions_until_they_are_undefined) {
     ko::alg::function_table_t table;
-    table.host_define({"abs", 0, nullptr, nullptr, nullptr, nullptr, nullptr});
-    function_prototype_t function;
-    ASSERT_TRUE(table.external_find("abs", function));
-    EXPECT_EQ(function.argument_count, 0);
-    EXPECT_TRUE(function.function1 == nullptr);
+    ko::alg::host_record_t record;
+    record.prototype.name = "abs";
+    table.host_define(record);
+    ASSERT_NE(table.host_find("abs"), nullptr);
+    EXPECT_EQ(table.host_find("abs")->count_max, 0);
+    EXPECT_TRUE(table.host_undefine("abs"));
+    EXPECT_EQ(table.host_find("abs"), nullptr);
+    EXPECT_FALSE(table.host_undefine("abs"));
+}
+
+TEST(function_table, has_an_identity_that_changes_with_it) {
+    ko::alg::function_table_t table;
+    const ko::alg::function_table_t same = table;
+    EXPECT_EQ(table.identity_get(), same.identity_get());
+    ko::alg::host_record_t record;
+    record.prototype.name = "f";
+    table.host_define(record);
+    EXPECT_NE(table.identity_get(), same.identity_get());
+    const auto before = table.scripts_get()->identity_get();
+    ASSERT_TRUE(table.script_define("g()", "1"));
+    EXPECT_NE(table.scripts_get()->identity_get(), before);
 }
 
 TEST(function_table, a_copy_defines_for_itself) {

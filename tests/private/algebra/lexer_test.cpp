@@ -6,120 +6,85 @@
 #include <utility>
 #include <vector>
 
+#include "algebra/numbers.h"
 #include "support/throws.h"
-
-namespace ko::alg {
-
-/// Reaches the lexer's steps that no line of text leads to.
-struct lexer_probe_t {
-    explicit lexer_probe_t(std::string text) : line(std::move(text)) {}
-
-    char get() {
-        lexer.nextc_get();
-        return lexer.current;
-    }
-    char put_back() {
-        lexer.nextc_putback();
-        return lexer.current;
-    }
-    bool at_end() const { return !lexer.nextc_test(); }
-    bool convert_int(const std::string& digits) {
-        lexer.buffer = digits;
-        return lexer.convert_int();
-    }
-    bool convert_float(const std::string& digits) {
-        lexer.buffer = digits;
-        return lexer.convert_float();
-    }
-
-    std::string line;
-    function_table_t functions;
-    lexer_settings_t settings{functions, false};
-    list_t tokens;
-    std::string error;
-    lexer_t lexer{line, settings, tokens, error};
-};
-
-} // namespace ko::alg
 
 namespace {
 
-using ko::alg::float_convert;
-using ko::alg::int_convert;
-using ko::alg::lexer_probe_t;
+using namespace ko::alg;
 
-TEST(lexer, appends_a_blank_to_the_line) {
-    EXPECT_EQ(lexer_probe_t("ab").line, "ab ");
+class lexer : public testing::Test {
+protected:
+    bool lex(const std::string& text) {
+        syntax.clear();
+        syntax.text = text;
+        return line_lex(syntax, settings, error);
+    }
+    std::string text_of(std::size_t i) const {
+        return std::string(syntax.text_of(syntax.items.at(i)));
+    }
+
+    function_table_t functions;
+    lexer_settings_t settings;
+    syntax_t syntax;
+    std::string error;
+};
+
+TEST_F(lexer, appends_a_blank_to_the_line) {
+    EXPECT_TRUE(lex("ab"));
+    EXPECT_EQ(syntax.text, "ab ");
 }
 
-TEST(lexer, reading_past_the_end_of_the_line_throws) {
-    lexer_probe_t lexer("");
-    EXPECT_EQ(lexer.get(), ' ');
-    EXPECT_TRUE(lexer.at_end());
-    EXPECT_TRUE(
-        test::throws([&] { lexer.get(); }, "algebra_t::nextc_get() - unexpected end-of-line"));
+TEST_F(lexer, reading_past_the_end_of_the_line_throws) {
+    EXPECT_TRUE(test::throws([&] { lex("1 + 'abc"); },
+                             "algebra_t::nextc_get() - unexpected end-of-line"));
+    EXPECT_EQ(syntax.items.size(), 2U);
 }
 
-TEST(lexer, putting_back_more_than_was_read_throws) {
-    lexer_probe_t lexer("a");
-    EXPECT_TRUE(test::throws([&] { lexer.put_back(); },
-                             "algebra_t::nextc_putback() - put back too many characters"));
+TEST_F(lexer, a_failure_keeps_the_tokens_before_it) {
+    EXPECT_FALSE(lex("1 + $"));
+    EXPECT_EQ(syntax.items.size(), 2U);
+    EXPECT_EQ(error, "algebra_t::unknown() - unidentified character '$'");
 }
 
-TEST(lexer, putting_back_makes_the_character_before_the_current_one) {
-    lexer_probe_t lexer("abc");
-    lexer.get();
-    lexer.get();
-    EXPECT_EQ(lexer.put_back(), 'a');
-    EXPECT_EQ(lexer.put_back(), 'a'); // the first one has none before it
-    EXPECT_EQ(lexer.get(), 'a');
+TEST_F(lexer, a_number_ends_before_the_character_behind_it) {
+    EXPECT_TRUE(lex("7+0x1g"));
+    EXPECT_EQ(text_of(0), "7");
+    EXPECT_EQ(text_of(2), "0x1");
+    EXPECT_EQ(text_of(3), "g");
 }
 
-TEST(lexer, text_that_is_no_integer_is_a_failure) {
-    lexer_probe_t lexer("x");
-    lexer.get();
-    EXPECT_FALSE(lexer.convert_int("x1"));
-    EXPECT_EQ(lexer.error, "algebra_t::unknown() -- bad integer format, 'x1'");
-    EXPECT_TRUE(lexer.tokens.empty());
+TEST_F(lexer, knows_where_a_token_stands) {
+    EXPECT_TRUE(lex(" ab <= 'text'"));
+    EXPECT_EQ(syntax.items[0].text_begin, 1U);
+    EXPECT_EQ(syntax.items[1].text_begin, 4U);
+    EXPECT_EQ(syntax.items[2].text_begin, 8U); // behind the quote
+    EXPECT_EQ(text_of(2), "text");
 }
 
-TEST(lexer, text_that_is_no_float_is_a_failure) {
-    lexer_probe_t lexer("x");
-    lexer.get();
-    EXPECT_FALSE(lexer.convert_float("e5"));
-    EXPECT_EQ(lexer.error, "algebra_t::unknown() -- bad float format, 'e5'");
-    EXPECT_TRUE(lexer.tokens.empty());
+TEST_F(lexer, keeps_the_table_of_script_functions_only_where_it_is_asked_to) {
+    ASSERT_TRUE(functions.script_define("f(x)", "x"));
+    settings.functions = &functions;
+    EXPECT_TRUE(lex("f(1)"));
+    EXPECT_EQ(syntax.callees.at(0).scripts, nullptr);
+    settings.keeps_scripts = true;
+    EXPECT_TRUE(lex("f(1)"));
+    EXPECT_EQ(syntax.callees.at(0).scripts, functions.scripts_get());
 }
 
-TEST(lexer, a_conversion_puts_the_end_of_the_number_back) {
-    lexer_probe_t lexer("7+");
-    lexer.get();
-    lexer.get();
-    EXPECT_TRUE(lexer.convert_int("7"));
-    EXPECT_EQ(lexer.get(), '+');
-    EXPECT_EQ(lexer.tokens.front()->text, "7");
-}
-
-TEST(lexer, a_failure_keeps_the_tokens_before_it) {
-    lexer_probe_t lexer("1 + $");
-    EXPECT_FALSE(lexer.lexer.run());
-    EXPECT_EQ(lexer.tokens.size(), 2U);
-    EXPECT_EQ(lexer.error, "algebra_t::unknown() - unidentified character '$'");
-}
-
-TEST(lexer, gives_each_token_its_strength_and_whether_it_is_unbound) {
-    lexer_probe_t lexer("-f ? 'a' * 1.5 << abs : 2 , y = (z)");
-    ASSERT_TRUE(lexer.lexer.run());
+TEST_F(lexer, gives_each_token_its_strength_and_whether_it_is_unbound) {
+    ASSERT_TRUE(lex("-f ? 'a' * 1.5 << abs : 2 , y = (z)"));
     const std::vector<std::pair<std::string, int>> expected = {
         {"-", 2},   {"f", -15}, {"?:", -10}, {"a", -15}, {"*", 0},   {"1.5", -15},
         {"<<", -2}, {"abs", 3}, {":", -15},  {"2", -15}, {",", -13}, {"y", -15},
         {"=", -11}, {"(", -15}, {"z", -15},  {")", -15},
     };
     std::vector<std::pair<std::string, int>> found;
-    for (const ko::alg::token_t* const token : lexer.tokens) {
-        found.emplace_back(token->text, token->strength);
-        EXPECT_EQ(token->unbound, token->strength == -15 ? 0U : 1U) << token->text;
-        EXPECT_EQ(token->depth, 0) << token->text;
+    for (const item_t& item : syntax.items) {
+        const int strength = syntax_t::strength_of(item);
+        found.emplace_back(syntax.text_of(item), strength);
+        EXPECT_EQ(syntax_t::is_unbound(item), strength != -15) << syntax.text_of(item);
+        EXPECT_EQ(item.depth, 0) << syntax.text_of(item);
     }
     EXPECT_EQ(found, expected);
 }
@@ -206,6 +171,25 @@ TEST(float_convert, a_long_whole_part_and_an_exponent_cancel_out) {
     float value = -1;
     EXPECT_TRUE(float_convert("1" + std::string(400, '0') + ".0e-400", value));
     EXPECT_EQ(value, 1.0F);
+}
+
+TEST(float_convert, long_digits_and_a_long_exponent_are_weighed_exactly) {
+    const std::string zeros(1000000, '0');
+    const std::pair<std::string, float> cases[] = {
+        {"0." + zeros + "1e1000100", INFINITY}, // 1e99
+        {"0." + zeros + "1e1000000", 0.1F},
+        {"0." + zeros + "1e2000000", INFINITY},
+        {"0." + zeros + "1e999000", 0.0F},
+        {"1" + zeros + ".0e-1000000", 1.0F},
+        {"1" + zeros + ".0e-999000", INFINITY},
+        {"1" + zeros + ".0e-2000000", 0.0F},
+        {"1" + zeros + ".0e-99999999999999999999", 0.0F},
+    };
+    for (const auto& [text, expected] : cases) {
+        float value = -1;
+        EXPECT_TRUE(float_convert(text, value));
+        EXPECT_EQ(value, expected) << text.substr(0, 3) << ".." << text.substr(text.size() - 9);
+    }
 }
 
 TEST(float_convert, refuses_what_has_no_digits) {

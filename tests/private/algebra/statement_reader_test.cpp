@@ -6,7 +6,16 @@
 
 namespace {
 
-using ko::alg::statement_read;
+struct statement_t {
+    std::string text;
+    bool substitute;
+};
+
+statement_t statement_read(const std::string& text) {
+    statement_t statement{"old", false};
+    statement.substitute = ko::alg::statement_read(text, statement.text);
+    return statement;
+}
 
 struct case_t {
     std::string text;

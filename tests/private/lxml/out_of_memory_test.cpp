@@ -33,7 +33,7 @@ protected:
 };
 
 TEST_F(out_of_memory, while_loading_is_reported) {
-    EXPECT_GT(fail_each("load a text", [] { document_t().load_from_string(text); }), 50);
+    EXPECT_GT(fail_each("load a text", [] { document_t().load_from_string(text); }), 40);
 }
 
 TEST_F(out_of_memory, while_loading_leaves_the_document_usable) {
@@ -74,7 +74,7 @@ TEST_F(out_of_memory, while_building_a_tree_keeps_it_whole) {
     const std::string name = "a name that is too long for a short string";
     EXPECT_GT(fail_each("element_create and append",
                         [&] { root->append(tree.doc.element_create(name, name + "space")); }),
-              5);
+              4);
     EXPECT_EQ(test::shape(root), "element_with_a_long_name(b(c),d," + name + ")");
 }
 

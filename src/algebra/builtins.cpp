@@ -1,0 +1,171 @@
+#include "algebra/builtins.h"
+
+#include <cmath>
+#include <iostream>
+#include <sstream>
+#include <utility>
+
+#include "algebra/arm_arithmetic.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+namespace {
+
+// Functions of one float.
+
+template <float (*function)(float)> float at(float x) {
+    return arm::settle_nan(function(x), {x});
+}
+
+template <float (*function)(float)> slot_t of_number(const slot_t* a) {
+    return slot_t::of_float(at<function>(a->float_of_number()));
+}
+
+template <float (*function)(float)> result_t of_any(const builtin_call_t& call) {
+    return at<function>(call.arguments[0].float_get());
+}
+
+// Other functions of numbers.
+
+slot_t abs_of_number(const slot_t* a) {
+    return a->kind() == slot_t::real ? slot_t::of_float(std::fabs(a->number.real))
+                                     : slot_t::of_int(arm::absolute(a->number.integer));
+}
+
+result_t abs_of(const builtin_call_t& call) {
+    const result_t& a = call.arguments[0];
+    return a.is_float() ? result_t(std::fabs(a.float_get())) : arm::absolute(a.int_get());
+}
+
+bool is_less(const slot_t& a, const slot_t& b) {
+    return a.kind() == slot_t::integer && b.kind() == slot_t::integer
+               ? a.number.integer < b.number.integer
+               : a.float_of_number() < b.float_of_number();
+}
+
+slot_t max_of_numbers(const slot_t* a) {
+    return is_less(a[0], a[1]) ? a[1] : a[0];
+}
+
+result_t max_of(const builtin_call_t& call) {
+    result_t* const a = call.arguments;
+    return std::move((a[1] > a[0]).int_get() != 0 ? a[1] : a[0]);
+}
+
+slot_t min_of_numbers(const slot_t* a) {
+    return is_less(a[1], a[0]) ? a[1] : a[0];
+}
+
+result_t min_of(const builtin_call_t& call) {
+    result_t* const a = call.arguments;
+    return std::move((a[1] < a[0]).int_get() != 0 ? a[1] : a[0]);
+}
+
+result_t pow_of(const builtin_call_t& call) {
+    const float x = call.arguments[0].float_get();
+    const float y = call.arguments[1].float_get();
+    return arm::settle_nan(::powf(x, y), {x, y});
+}
+
+result_t quad_of(const builtin_call_t& call) {
+    const float a = call.arguments[0].float_get();
+    const float b = call.arguments[1].float_get();
+    const float c = call.arguments[2].float_get();
+    // One square in single and the rest in double precision; callers rely on the digits.
+    const float square = b * b;
+    const auto discriminant = static_cast<float>(
+        static_cast<double>(square) - 4.0 * static_cast<double>(a) * static_cast<double>(c));
+    if (discriminant < 0.0F) {
+        throw exception_t("quadratic -- non-real result");
+    }
+    return arm::settle_nan((::sqrtf(discriminant) - b) / (a + a), {b, a, c});
+}
+
+// Functions that report.
+
+result_t error_of(const builtin_call_t& call) {
+    if (call.arguments[0].is_string()) {
+        throw exception_t("algebra evaluator -- %s",
+                          call.arguments[0].string_get(false, 0).c_str());
+    }
+    throw exception_t("algebra evaluator");
+}
+
+result_t output_of(const builtin_call_t& call) {
+    const result_t& a = call.arguments[0];
+    if (call.output == nullptr) {
+        std::cout << a << std::endl;
+    } else {
+        std::ostringstream line;
+        line << a << '\n';
+        call.output(line.str());
+    }
+    return std::move(call.arguments[0]);
+}
+
+// Functions of strings and variables.
+
+result_t strlen_of(const builtin_call_t& call) {
+    return static_cast<int>(
+        text_argument(call.arguments[0], "algebra_t::strlen_f() -- non-string argument passed")
+            .size());
+}
+
+result_t defined_of(const builtin_call_t& call) {
+    return call.variables.find(text_argument(
+               call.arguments[0],
+               "algebra_t::defined_f() -- non-string argument to 'defined'")) != nullptr;
+}
+
+result_t exists_of(const builtin_call_t& call) {
+    // The message names the other function; callers rely on it.
+    const result_t* const value = call.variables.find(text_argument(
+        call.arguments[0], "algebra_t::exists_f() -- non-string argument to 'defined'"));
+    return value == nullptr ? result_t(0) : *value;
+}
+
+constexpr builtin_t builtins[] = {
+    // name, number of arguments, function of numbers, of any values, instruction
+    {"abs", 1, abs_of_number, abs_of},
+    {"sqrt", 1, of_number<::sqrtf>, of_any<::sqrtf>},
+    {"sin", 1, of_number<::sinf>, of_any<::sinf>},
+    {"cos", 1, of_number<::cosf>, of_any<::cosf>},
+    {"tan", 1, of_number<::tanf>, of_any<::tanf>},
+    {"max", 2, max_of_numbers, max_of},
+    {"min", 2, min_of_numbers, min_of},
+    {"pow", 2, nullptr, pow_of},
+    {"log", 1, of_number<::logf>, of_any<::logf>},
+    {"log10", 1, of_number<::log10f>, of_any<::log10f>},
+    {"floor", 1, of_number<::floorf>, of_any<::floorf>},
+    {"ceil", 1, of_number<::ceilf>, of_any<::ceilf>},
+    {"quad", 3, nullptr, quad_of},
+    {"func_error", 1, nullptr, error_of},
+    {"func_output", 1, nullptr, output_of},
+    {"return", 1, nullptr, nullptr, opcode_e::give_back},
+    {"evaluate", 1, nullptr, nullptr, opcode_e::evaluate, true},
+    {"assign", 2, nullptr, nullptr, opcode_e::assign, true},
+    {"strlen", 1, nullptr, strlen_of},
+    {"defined", 1, nullptr, defined_of},
+    {"exists", 1, nullptr, exists_of},
+};
+
+} // namespace
+
+const builtin_t* builtin_find(std::string_view name) {
+    for (const builtin_t& row : builtins) {
+        if (row.name == name) { // compares the lengths first
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+const std::string& text_argument(const result_t& argument, const char* message) {
+    if (!argument.is_string()) {
+        throw exception_t(std::string(message));
+    }
+    return result_members_t::text(argument);
+}
+
+} // namespace ko::alg

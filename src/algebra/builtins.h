@@ -1,0 +1,44 @@
+/// @file
+/// The built-in functions.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "algebra/grammar.h"
+#include "algebra/value_stack.h"
+#include "algebra/variables.h"
+
+namespace ko::alg {
+
+/// Receives what an evaluation writes; empty for standard output.
+using output_t = std::function<void(const std::string&)>;
+
+/// What a built-in function gets.
+struct builtin_call_t {
+    result_t* arguments;
+    const variables_t& variables;
+    const output_t& output;
+};
+
+/// A built-in function; constant data.
+struct builtin_t {
+    std::string_view name;
+    int count; ///< of arguments
+    /// The quick way for arguments that are all numbers; may be null.
+    slot_t (*of_numbers)(const slot_t* arguments);
+    /// The general way; null where the machine does the work.
+    result_t (*apply)(const builtin_call_t& call);
+    opcode_e opcode = opcode_e::builtin;
+    bool changes = false; ///< whether it may change variables
+};
+
+/// @return the built-in function of that name, or null
+const builtin_t* builtin_find(std::string_view name);
+
+/// The text of an argument that must be a string.
+/// @throws ko::exception_t `message` when it is none
+const std::string& text_argument(const result_t& argument, const char* message);
+
+} // namespace ko::alg

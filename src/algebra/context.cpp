@@ -1,0 +1,37 @@
+#include "algebra/context.h"
+
+#include "algebra/machine.h"
+#include "exception/diagnosis.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+context_t::context_t(algebra_t& evaluator)
+    : owner(evaluator), machine(std::make_unique<machine_t>(*this)) {}
+
+context_t::~context_t() = default;
+
+result_t context_t::variable_get(const std::string& name) const {
+    if (const result_t* const found = variables.find(name)) {
+        return *found;
+    }
+    result_t value;
+    if (resolver == nullptr || !resolver(name, value)) {
+        throw exception_t("label_t::evaluate() -- access to undefined term, '%s'", name.c_str());
+    }
+    return value;
+}
+
+void context_t::line_write(const std::string& line) const noexcept {
+    if (output == nullptr) {
+        diagnose(line);
+        return;
+    }
+    try {
+        output(line + '\n');
+    } catch (...) {
+        // The host's output may fail.
+    }
+}
+
+} // namespace ko::alg

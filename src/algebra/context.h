@@ -1,0 +1,66 @@
+/// @file
+/// What a running program may touch of its evaluator.
+///
+/// The rooms below the facade know an evaluator as its context. The two doors upwards are at the
+/// end: from an `algebra_t` to its context, and to a copy that a host function can be given.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "algebra/budget.h"
+#include "algebra/builtins.h"
+#include "algebra/function_table.h"
+#include "algebra/macro_table.h"
+#include "algebra/nesting.h"
+#include "algebra/translator.h"
+#include "algebra/unit.h"
+#include "algebra/variables.h"
+
+namespace ko::alg {
+
+class algebra_t;
+class machine_t;
+
+/// Asked for a name that is no variable; true when it has set the value.
+using resolver_t = std::function<bool(const std::string& name, result_t& value)>;
+
+/// The state of an evaluator.
+struct context_t {
+    explicit context_t(algebra_t& evaluator);
+    context_t(const context_t&) = delete;
+    context_t& operator=(const context_t&) = delete;
+    ~context_t();
+
+    /// The value of a variable.
+    /// @throws ko::exception_t there is none, and the resolver knows none
+    result_t variable_get(const std::string& name) const;
+    /// Writes a line of diagnosis to the output. What it tells of is on its way to the caller,
+    /// so a line that cannot be written is left out.
+    void line_write(const std::string& line) const noexcept;
+
+    algebra_t& owner;
+    variables_t variables;
+    macro_table_t macros;
+    function_table_t functions;
+    bool numeric_only = false;
+    std::string parse_error;
+    resolver_t resolver;
+    output_t output;
+
+    unit_ptr_t program; ///< the evaluator's own; null when there is none
+    nesting_t nesting;
+    budget_t budget;
+    budget_t* drawn = nullptr; ///< the budget of the evaluation that runs; null when none does
+    translator_t translator;
+    std::unique_ptr<machine_t> machine; ///< never null
+};
+
+/// The context of an evaluator.
+context_t& context_of(algebra_t& algebra);
+
+/// An evaluator with the functions, macros and settings of `source`, and without variables.
+std::shared_ptr<algebra_t> evaluator_like(const context_t& source);
+
+} // namespace ko::alg

@@ -1,0 +1,113 @@
+/// @file
+/// The operators of the expression language, in one table.
+///
+/// The lexer finds a row by its spelling; the parser reads from it what the operator takes, how
+/// strongly it binds and how it reports what is missing; the compiler which instruction it
+/// becomes, and the machine what it does to values that are not both numbers. A new operator is a
+/// row here, an `opcode_e`, and the case of the machine where numbers are to be quick.
+#pragma once
+
+#include <string_view>
+
+#include "algebra/result.h"
+
+namespace ko::alg {
+
+/// What a machine does in one step.
+enum class opcode_e : unsigned char {
+    negate,
+    positive,
+    logical_not,
+    multiply,
+    divide,
+    modulo,
+    subtract,
+    add,
+    shift_left,
+    shift_right,
+    less,
+    less_equal,
+    greater,
+    greater_equal,
+    equal,
+    not_equal,
+    bit_and,
+    bit_or,
+    logical_and,
+    logical_or,
+    push,   ///< a leaf
+    branch, ///< jumps where the test on top does not hold
+    jump,
+    store,         ///< the value on top, which stays, into a variable
+    real_function, ///< a built-in of one float
+    builtin,       ///< any other built-in that gives a value
+    evaluate,      ///< the built-ins that begin or end a program
+    assign,
+    give_back,
+    arguments, ///< looks whether a script function has parameters now
+    script_call,
+    host_call,
+    foreign_value, ///< asks a token of the host for its value
+    foreign_list,  ///< asks it for its values
+    foreign_assign,
+    list_begin, ///< counts from here the values that the next call gets
+    watch,      ///< looks for an interruption
+    no_operand, ///< failures
+    no_target,
+    no_value,
+    end ///< of the program
+};
+
+/// Where the operands of an operator stand.
+enum class shape_e : unsigned char {
+    prefix, ///< one behind it
+    infix,  ///< one before it and one behind it
+    choice  ///< one before it and two behind it
+};
+
+/// A row of the table; constant data.
+struct operator_t {
+    std::string_view spelling;
+    shape_e shape;
+    int strength;           ///< higher binds first
+    const char* class_name; ///< in messages
+    opcode_e opcode;
+    result_t (*unary)(const result_t& a);
+    result_t (*binary)(const result_t& a, const result_t& b);
+};
+
+/// Strength of a token that takes no operands, or has taken them.
+constexpr int bound_strength = -15;
+/// Functions bind before every operator.
+constexpr int function_strength = 3;
+
+/// Number of a row.
+using operator_id_t = unsigned char;
+
+constexpr operator_id_t choice_id = 20; ///< "?:"
+constexpr operator_id_t assign_id = 21; ///< "="
+constexpr operator_id_t comma_id = 22;  ///< ","
+constexpr operator_id_t operators_end = 23;
+
+/// The row of an operator.
+const operator_t& operator_get(operator_id_t id);
+/// The row of the operator that an opcode stands for.
+const operator_t& operator_get(opcode_e opcode);
+/// @return the operator without an operand before it that begins with `c`, or the end
+operator_id_t prefix_find(char c);
+/// @param length receives the length of the spelling: 2 where there is one of two characters
+/// @return the operator with an operand before it that begins with `c` and `next`, or the end
+operator_id_t infix_find(char c, char next, std::size_t& length);
+
+/// Number of operands that stand before an operator.
+constexpr unsigned before_count(shape_e shape) {
+    return shape == shape_e::prefix ? 0 : 1;
+}
+/// Number of operands that stand behind it.
+constexpr unsigned behind_count(shape_e shape) {
+    return shape == shape_e::choice ? 2 : 1;
+}
+/// The name of an operand in messages.
+const char* operand_name(shape_e shape, unsigned operand);
+
+} // namespace ko::alg

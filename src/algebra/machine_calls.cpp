@@ -1,0 +1,148 @@
+// The machine's calls of built-in functions, of the host's functions and of its tokens.
+#include <algorithm>
+#include <utility>
+
+#include "algebra/machine.h"
+#include "algebra/token.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+/// Number of arguments on the stack.
+std::size_t machine_t::arguments_count(const instruction_t& instruction) {
+    if (instruction.b.place != no_place) {
+        return instruction.b.place;
+    }
+    const std::size_t count = top - marks.back();
+    marks.pop_back();
+    return count;
+}
+
+void machine_t::arguments_release(std::size_t count) {
+    values.release(values.data() + top - count, values.data() + top);
+    top -= count;
+}
+
+void machine_t::counts_check(const target_t& target, const char* kind, std::size_t found,
+                             int least, int most) const {
+    const int count = static_cast<int>(found);
+    if (count < least || count > most) {
+        throw exception_t("%s function %s -- %d arguments found, %d expected", kind,
+                          target.name.c_str(), count, count < least ? least : most);
+    }
+}
+
+void machine_t::builtin_call(const instruction_t& instruction) {
+    const target_t& target = frame().unit->program->targets[instruction.a.place];
+    const builtin_t& row = *target.callee.builtin;
+    const std::size_t count = arguments_count(instruction);
+    counts_check(target, "external", count, row.count, row.count);
+    if (row.apply == nullptr) {
+        return; // what the machine does itself leaves its argument where it is
+    }
+    slot_t* const arguments = values.data() + top - count;
+    const bool are_numbers = std::all_of(arguments, values.data() + top,
+                                         [](const slot_t& slot) { return slot.is_number(); });
+    if (are_numbers && row.of_numbers != nullptr) {
+        *arguments = row.of_numbers(arguments);
+        top -= count - 1;
+        return;
+    }
+    builtin_general(target, arguments);
+}
+
+void machine_t::builtin_general(const target_t& target, slot_t* arguments) {
+    const builtin_t& row = *target.callee.builtin;
+    const auto count = static_cast<std::size_t>(row.count);
+    result_t given[3];
+    for (std::size_t i = count; i-- != 0;) {
+        given[i] = values.take(arguments[i]);
+    }
+    top -= count;
+    const context_t& state = *frame().state;
+    result_t value = row.apply({given, state.variables, state.output});
+    values.data()[top++] = values.keep(std::move(value));
+}
+
+void machine_t::host_call(const instruction_t& instruction) {
+    // The program may go while the function runs, but its unit is pinned.
+    const target_t& target = frame().unit->program->targets[instruction.a.place];
+    const host_record_t& host = *target.callee.host;
+    std::vector<result_t> arguments;
+    if (host.count_max != 0) {
+        const std::size_t count = arguments_count(instruction);
+        counts_check(target, "external", count, host.count_min, host.count_max);
+        arguments.resize(count);
+        for (std::size_t i = count; i-- != 0;) {
+            arguments[i] = values.take(values.data()[--top]);
+        }
+    }
+    if (frame().is_isolated) {
+        evaluators_make();
+    }
+    context_t& state = *frame().state;
+    const instruction_t* const resume = pc;
+    result_t value;
+    {
+        const nesting_t::call_t call(state.nesting, target.name, *base.drawn);
+        value = host_apply(host, state.owner, arguments);
+    }
+    pc = resume;
+    names_check();
+    values.reserve(top, frame().unit->program->stack_need);
+    values.data()[top++] = values.keep(std::move(value));
+}
+
+result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner,
+                               std::vector<result_t>& arguments) const {
+    const function_prototype_t& function = host.prototype;
+    const auto argument = [&](std::size_t i) {
+        return std::move(arguments.at(i));
+    };
+    if (host.closure != nullptr) {
+        return host.closure(owner, arguments);
+    }
+    if (function.function0 != nullptr) {
+        return function.function0(owner);
+    }
+    if (function.function1 != nullptr) {
+        return function.function1(owner, argument(0));
+    }
+    if (function.function2 != nullptr) {
+        return function.function2(owner, argument(0), argument(1));
+    }
+    if (function.function3 != nullptr) {
+        return function.function3(owner, argument(0), argument(1), argument(2));
+    }
+    if (function.function_list != nullptr) {
+        return function.function_list(owner, std::move(arguments));
+    }
+    throw exception_t("external_function_t::evaluate() -- no prototype for function '%s'",
+                      function.name.c_str());
+}
+
+/// Asks a token of the host for its value or values, or gives it one.
+void machine_t::foreign(const instruction_t& instruction) {
+    const token_t& token = *frame().unit->program->targets[instruction.a.place].callee.foreign;
+    if (frame().is_isolated) {
+        evaluators_make();
+    }
+    algebra_t& owner = frame().state->owner;
+    const instruction_t* const resume = pc;
+    std::vector<result_t> given;
+    if (instruction.opcode == opcode_e::foreign_value) {
+        given.push_back(token.evaluate(owner));
+    } else if (instruction.opcode == opcode_e::foreign_list) {
+        token.evaluate(owner, given);
+    } else {
+        token.assign(owner, values.value_of(values.data()[top - 1]));
+    }
+    pc = resume;
+    names_check();
+    values.reserve(top, given.size() + frame().unit->program->stack_need);
+    for (result_t& value : given) {
+        values.data()[top++] = values.keep(std::move(value));
+    }
+}
+
+} // namespace ko::alg

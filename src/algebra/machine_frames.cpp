@@ -1,0 +1,299 @@
+// The frames that calls of script functions and of the built-in `evaluate` and `assign` push.
+#include <utility>
+
+#include "algebra/identity.h"
+#include "algebra/limits.h"
+#include "algebra/machine.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+/// What the program at `place` lets the parser know.
+lexer_settings_t machine_t::settings_of(const frame_t& place) const {
+    lexer_settings_t settings;
+    settings.functions = place.is_bare ? nullptr : &place.state->functions;
+    settings.numeric_only = !place.is_isolated && place.state->numeric_only;
+    settings.budget = base.drawn;
+    return settings;
+}
+
+/// The text of the last parse error on the evaluator that the frame at `place` works on, be it
+/// one that is only made when somebody asks.
+std::string& machine_t::parse_error_of(std::size_t place) {
+    while (frames[place].is_isolated && frames[place].kind == frame_e::assign) {
+        --place;
+    }
+    return frames[place].is_isolated ? frames[place].extras().parse_error
+                                     : frames[place].state->parse_error;
+}
+
+/// The function that a call means now.
+const function_t& machine_t::script_find(const target_t& target, call_link_t& link) {
+    const script_table_t& table = target.callee.scripts != nullptr
+                                      ? *target.callee.scripts
+                                      : *frame().state->functions.scripts_get();
+    if (link.table != table.identity_get() || link.table == 0) {
+        link = call_link_t();
+        link.function = table.find(target.name);
+        link.table = link.function == nullptr ? 0 : table.identity_get();
+    }
+    if (link.function == nullptr) {
+        throw exception_t("internal function %s -- no longer defined", target.name.c_str());
+    }
+    return *link.function;
+}
+
+/// Whether the arguments of a call are to be evaluated: a function without parameters has them
+/// left out. If not, the call is what follows them.
+bool machine_t::arguments_wanted(const instruction_t& instruction) {
+    unit_t& unit = *frame().unit;
+    const target_t& target = unit.program->targets[instruction.a.place];
+    if (!script_find(target, unit.calls[instruction.a.place]).parameters.empty()) {
+        return true;
+    }
+    pc = unit.program->code.data() + instruction.b.place;
+    return false;
+}
+
+void machine_t::script_call(const instruction_t& instruction) {
+    unit_t& unit = *frame().unit;
+    const target_t& target = unit.program->targets[instruction.a.place];
+    call_link_t& link = unit.calls[instruction.a.place];
+    const bool has_arguments = instruction.opcode == opcode_e::script_call;
+    const std::size_t found = has_arguments ? arguments_count(instruction) : 0;
+    const function_t& function = script_find(target, link); // the arguments may have changed it
+    if (const std::size_t expected = function.parameters.size(); expected != 0) {
+        const int count = static_cast<int>(expected);
+        counts_check(target, "internal", found, count, count);
+    } else {
+        arguments_release(found);
+    }
+    context_t& state = *frame().state;
+    const unsigned depth = frame().depth;
+    nesting_t::check(depth, base.drawn->limits, nested_e::script, target.name);
+    unit_t& body = body_get(function, link);
+    const std::size_t first = top - function.parameters.size();
+    frame().resume = pc;
+    frame_push(body, frame_e::script);
+    frame_t& called = frame();
+    called.state = &state;
+    called.name = &target.name;
+    called.floor = first;
+    called.journal = state.variables.journal_size();
+    called.depth = depth + 1;
+    called.is_isolated = true;
+    parameters_bind(first);
+    frame_enter();
+}
+
+/// Moves the arguments into the variables of the parameters.
+void machine_t::parameters_bind(std::size_t first) {
+    names_check();
+    context_t& state = *frame().state;
+    unit_t& body = *frame().unit;
+    std::size_t at = first;
+    for (const std::uint32_t parameter : body.parameters) {
+        cell_t& cell = cell_to_write(state, body, parameter);
+        state.variables.journal_put(cell);
+        cell_set(cell, values.data()[at++]);
+    }
+    arguments_release(top - first);
+}
+
+/// The compiled body of a function.
+unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
+    const context_t& state = *frame().state;
+    const environment_t environment{state.functions.identity_get(),
+                                    state.functions.scripts_get()->identity_get(),
+                                    state.macros.identity_get()};
+    if (link.body != nullptr && link.bodies == bodies_identity &&
+        link.environment == environment) {
+        return *link.body;
+    }
+    std::string key = function.body;
+    for (const std::string& parameter : function.parameters) {
+        key += '\0' + parameter;
+    }
+    auto found = bodies.find({environment, key});
+    if (found == bodies.end()) {
+        unit_ptr_t made = body_make(function);
+        if (bodies.size() >= bodies_max || bodies_identity == 0) {
+            bodies.clear();
+            bodies_identity = identity_make();
+        }
+        found =
+            bodies.emplace(std::make_pair(environment, std::move(key)), std::move(made)).first;
+    }
+    link.bodies = bodies_identity;
+    link.environment = environment;
+    link.body = found->second.get();
+    return *link.body;
+}
+
+/// Compiles the body of a function as the frame on top sees it.
+unit_ptr_t machine_t::body_make(const function_t& function) {
+    unit_ptr_t unit(new unit_t);
+    unit->program = std::make_shared<program_t>();
+    program_t& program = *unit->program;
+    for (const std::string& parameter : function.parameters) {
+        std::uint32_t place = 0;
+        while (place < program.names.size() && program.names[place] != parameter) {
+            ++place;
+        }
+        if (place == program.names.size()) {
+            program.names.push_back(parameter);
+        }
+        unit->parameters.push_back(place);
+    }
+    lexer_settings_t settings = settings_of(frame());
+    settings.numeric_only = false; // an evaluator begins without
+    std::string error;
+    translator_t& translator = base.translator;
+    if (!translator.statement_get(function.body, &frame().state->macros) ||
+        !translator.translate(settings, program, error)) {
+        throw exception_t(error);
+    }
+    return unit;
+}
+
+void machine_t::evaluate_call(const instruction_t& instruction) {
+    builtin_call(instruction);
+    const unsigned depth = frame().depth;
+    context_t& state = *frame().state;
+    const result_t argument = values.take(values.data()[--top]);
+    const std::string& text =
+        text_argument(argument, "algebra_t::evaluate_f() -- non-string argument to 'evaluate'");
+    nesting_t::check(depth, base.drawn->limits, nested_e::evaluation, "evaluate");
+    unit_ptr_t unit(new unit_t);
+    unit->program = std::make_shared<program_t>();
+    lexer_settings_t settings;
+    settings.budget = base.drawn;
+    std::string error;
+    if (!base.translator.statement_get(text, nullptr) ||
+        !base.translator.translate(settings, *unit->program, error)) {
+        throw exception_t(error);
+    }
+    frame().resume = pc;
+    frame_push(*unit, frame_e::evaluate);
+    frame_t& called = frame();
+    called.state = &state;
+    called.journal = state.variables.journal_size();
+    called.depth = depth + 1;
+    called.is_isolated = true;
+    called.is_bare = true;
+    called.extras().unit = std::move(unit);
+    frame_enter();
+}
+
+void machine_t::assign_call(const instruction_t& instruction) {
+    builtin_call(instruction);
+    const result_t value = values.take(values.data()[--top]);
+    const result_t target = values.take(values.data()[--top]);
+    assign_begin(text_argument(target, "algebra_t::assign_f() -- non-string value in arg 1"),
+                 value.string_get(false, 6));
+}
+
+/// A program that ends at once.
+unit_t& machine_t::idle_get() {
+    if (idle == nullptr) {
+        idle.reset(new unit_t);
+        idle->program = std::make_shared<program_t>();
+        idle->program->code.push_back({opcode_e::end});
+        idle->program->stack_need = 1;
+    }
+    return *idle;
+}
+
+void machine_t::assign(const std::string& name, const std::string& expression) {
+    unit_t& nothing = idle_get();
+    run_t run{};
+    begin(nothing, run);
+    try {
+        // The name may be the parse error, which the parse replaces.
+        assign_begin(name, expression);
+    } catch (...) {
+        end(run);
+        throw;
+    }
+    execute(run);
+    end(run);
+}
+
+/// Begins the evaluation of a text, the value of which a variable gets. The outcome of the parse
+/// is ignored; callers rely on it.
+void machine_t::assign_begin(std::string name, const std::string& text) {
+    unit_ptr_t unit(new unit_t);
+    unit->program = std::make_shared<program_t>();
+    const frame_t& caller = frame();
+    const unsigned depth = caller.depth;
+    const bool is_bare = caller.is_bare;
+    const bool is_isolated = caller.is_isolated;
+    context_t& state = *caller.state;
+    translator_t& translator = base.translator;
+    if (translator.statement_get(text, is_bare ? nullptr : &state.macros)) {
+        std::string error;
+        if (!translator.translate(settings_of(caller), *unit->program, error)) {
+            parse_error_of(frames.size() - 1) = error;
+        }
+    } else {
+        unit->program->code = {{opcode_e::push, operand_e::integer}, {opcode_e::end}};
+        unit->program->stack_need = 1;
+    }
+    nesting_t::check(depth, base.drawn->limits, nested_e::assignment, name);
+    frame().resume = pc;
+    frame_push(*unit, frame_e::assign);
+    frame_t& called = frame();
+    called.state = &state;
+    called.depth = depth + 1;
+    called.is_bare = is_bare;
+    called.is_isolated = true; // until the state knows its depth
+    called.extras().unit = std::move(unit);
+    called.extras().target = std::move(name);
+    if (!is_isolated) {
+        called.is_isolated = false;
+        state.nesting.enter();
+    }
+    frame_enter();
+}
+
+/// Gives every isolated frame an evaluator of its own, so that a host function can be called.
+void machine_t::evaluators_make() {
+    std::size_t end = frames.size();
+    while (frames[end - 1].is_isolated) {
+        std::size_t bottom = end - 1;
+        while (frames[bottom].kind == frame_e::assign) {
+            --bottom;
+        }
+        evaluator_make(bottom, end);
+        end = bottom;
+    }
+    for (std::size_t place = end; place < frames.size(); ++place) {
+        frame_t& called = frames[place];
+        if (called.kind == frame_e::script && called.extra->call == nullptr) {
+            called.extra->call = std::make_unique<nesting_t::call_t>(
+                frames[place - 1].state->nesting, *called.name, *base.drawn);
+        }
+    }
+}
+
+/// Makes the evaluator that the script function at `bottom` works on, and the assignments in it
+/// up to `end`.
+void machine_t::evaluator_make(std::size_t bottom, std::size_t end) {
+    frame_t& called = frames[bottom];
+    frame_extra_t& extra = called.extras();
+    context_t& source = *called.state;
+    std::shared_ptr<algebra_t> made = evaluator_like(source);
+    context_t& state = context_of(*made);
+    state.nesting.depth_set(frames[end - 1].depth);
+    state.parse_error = extra.parse_error;
+    state.drawn = base.drawn;
+    state.program = unit_share(called.unit);
+    source.variables.journal_split(state.variables, called.journal);
+    for (std::size_t place = bottom; place < end; ++place) {
+        frames[place].state = &state;
+        frames[place].is_isolated = false;
+    }
+    extra.evaluator = std::move(made);
+}
+
+} // namespace ko::alg

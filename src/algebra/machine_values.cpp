@@ -1,0 +1,227 @@
+// The machine's dealings with variables, and with values that are not numbers.
+#include <new>
+
+#include "algebra/machine.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+void machine_t::names_check() {
+    unit_t& unit = *frame().unit;
+    const std::uint64_t now = frame().state->variables.generation_get();
+    if (unit.generation != now || unit.names.size() != unit.program->names.size()) {
+        unit.names_forget(now);
+    }
+}
+
+/// The value of a variable, where it is no plain number in a known cell.
+slot_t machine_t::load(std::uint32_t place) {
+    const frame_t& running = frame();
+    name_link_t& link = running.unit->names[place];
+    const std::string& name = running.unit->program->names[place];
+    if (link.to_read == nullptr) {
+        link.to_read = running.state->variables.cell_find(name);
+    }
+    if (link.to_read == nullptr || !link.to_read->is_present) {
+        return values.keep(running.state->variable_get(name));
+    }
+    return load_text(link.to_read->value);
+}
+
+/// A program that can change variables keeps a copy of what it has read.
+slot_t machine_t::load_text(const result_t& value) {
+    const slot_t slot = slot_t::of_value(value);
+    if (slot.is_number() || !frame().unit->program->may_change) {
+        return slot;
+    }
+    base.drawn->text_draw(result_members_t::text(value).size());
+    return values.keep_copy(value);
+}
+
+cell_t& machine_t::cell_to_write(context_t& state, unit_t& unit, std::uint32_t place) {
+    name_link_t& link = unit.names[place];
+    if (link.to_write == nullptr) {
+        cell_t& cell = state.variables.cell(unit.program->names[place]);
+        if (unit.generation != state.variables.generation_get()) {
+            unit.names_forget(state.variables.generation_get());
+        }
+        link = {&cell, &cell};
+    }
+    return *link.to_write;
+}
+
+/// Gives a cell a value. A failure leaves the cell as it was.
+void machine_t::cell_set(cell_t& cell, slot_t value) {
+    std::string& text = result_members_t::text(cell.value);
+    if (value.is_number()) {
+        if (!text.empty()) {
+            std::string().swap(text);
+        }
+        value.complete();
+        result_members_t::set(cell.value, value.tag, value.number.integer, value.number.real);
+    } else {
+        const result_t& whole = values.whole(value);
+        base.drawn->text_draw(result_members_t::text(whole).size());
+        text = result_members_t::text(whole);
+        result_members_t::set(cell.value, result_members_t::type(whole),
+                              result_members_t::integer(whole), result_members_t::real(whole));
+    }
+    cell.is_present = true;
+}
+
+void machine_t::store(std::uint32_t place, const slot_t& value) {
+    const frame_t& running = frame();
+    cell_t& cell = cell_to_write(*running.state, *running.unit, place);
+    if (running.is_isolated) {
+        running.state->variables.journal_put(cell);
+    }
+    cell_set(cell, value);
+}
+
+int machine_t::int_of(const slot_t& slot) const {
+    return slot.is_number() ? slot.int_of_number() : values.whole(slot).int_get();
+}
+
+slot_t machine_t::unary_general(opcode_e opcode, const slot_t& a) {
+    if (opcode == opcode_e::logical_not) {
+        const int value = int_of(a);
+        values.release(a);
+        return slot_t::of_int(value == 0 ? 1 : 0);
+    }
+    if (!a.is_number()) {
+        result_t value = operator_get(opcode).unary(values.whole(a));
+        values.release(a);
+        return values.keep(std::move(value));
+    }
+    const bool is_negation = opcode == opcode_e::negate;
+    if (a.kind() == slot_t::integer) {
+        return slot_t::of_int(is_negation ? arm::negate(a.number.integer) : a.number.integer);
+    }
+    return slot_t::of_float(is_negation ? arm::negate(a.number.real) : a.number.real);
+}
+
+/// The operators that read both operands as integers.
+slot_t machine_t::binary_of_integers(opcode_e opcode, const slot_t& a, const slot_t& b) {
+    const int y = int_of(b);
+    const int x = int_of(a);
+    values.release(b);
+    values.release(a);
+    switch (opcode) {
+    case opcode_e::modulo:
+        if (y == 0) {
+            throw exception_t(std::string("modulo by zero"));
+        }
+        return slot_t::of_int(arm::remainder(x, y));
+    case opcode_e::shift_left:
+        return slot_t::of_int(arm::shift_left(x, y));
+    case opcode_e::shift_right:
+        return slot_t::of_int(arm::shift_right(x, y));
+    case opcode_e::bit_and:
+        return slot_t::of_int(x & y);
+    case opcode_e::bit_or:
+        return slot_t::of_int(x | y);
+    case opcode_e::logical_and:
+        return slot_t::of_int(x != 0 && y != 0 ? 1 : 0);
+    default:
+        return slot_t::of_int(x != 0 || y != 0 ? 1 : 0);
+    }
+}
+
+/// Gives the texts of two values when both are strings.
+bool machine_t::texts_of(const slot_t& a, const slot_t& b, const std::string*& x,
+                         const std::string*& y) {
+    if (a.is_number() || b.is_number()) {
+        return false;
+    }
+    const result_t& left = values.whole(a);
+    const result_t& right = values.whole(b);
+    x = &result_members_t::text(left);
+    y = &result_members_t::text(right);
+    return result_members_t::type(left) == result_t::type_string &&
+           result_members_t::type(right) == result_t::type_string;
+}
+
+/// An operator on operands that are not both numbers, or a division by zero.
+slot_t machine_t::binary_general(opcode_e opcode, const slot_t& a, const slot_t& b) {
+    switch (opcode) {
+    case opcode_e::modulo:
+    case opcode_e::shift_left:
+    case opcode_e::shift_right:
+    case opcode_e::bit_and:
+    case opcode_e::bit_or:
+    case opcode_e::logical_and:
+    case opcode_e::logical_or:
+        return binary_of_integers(opcode, a, b);
+    default:
+        break;
+    }
+    const std::string* x = nullptr;
+    const std::string* y = nullptr;
+    if (texts_of(a, b, x, y)) {
+        if (opcode == opcode_e::add) {
+            return join(a, b);
+        }
+        if (opcode == opcode_e::equal || opcode == opcode_e::not_equal) {
+            const bool holds = (*x == *y) == (opcode == opcode_e::equal);
+            values.release(b);
+            values.release(a);
+            return slot_t::of_int(holds ? 1 : 0);
+        }
+    }
+    if (opcode == opcode_e::add && !a.is_number() && values.whole(a).is_string()) {
+        const result_t right = values.value_of(b);
+        if (right.type_get() <= result_t::type_string) {
+            // A number joins as its text.
+            values.release(b);
+            const slot_t text = values.keep(result_t(right.string_get(false, 0)));
+            return join(a, text);
+        }
+    }
+    const result_t right = values.value_of(b);
+    result_t value = operator_get(opcode).binary(values.value_of(a), right);
+    base.drawn->text_draw(result_members_t::text(value).size());
+    values.release(b);
+    values.release(a);
+    return values.keep(std::move(value));
+}
+
+/// The left text followed by the right one. A text of the stack's own grows in place, so that a
+/// long chain of additions costs no more than the text it makes.
+slot_t machine_t::join(const slot_t& a, const slot_t& b) {
+    const bool grows = a.kind() == slot_t::owned;
+    const std::string& right = result_members_t::text(values.whole(b));
+    const std::size_t size = result_members_t::text(values.whole(a)).size();
+    base.drawn->text_draw(right.size() + (grows ? 0 : size));
+    if (right.size() > right.max_size() - size) {
+        throw std::bad_alloc(); // on a 32-bit system, before memory runs out
+    }
+    if (!grows && b.kind() == slot_t::owned) {
+        result_t& sum = values.own(b);
+        result_members_t::text(sum).insert(0, result_members_t::text(values.whole(a)));
+        result_members_t::set(sum, result_t::type_string, 0, 0);
+        return b;
+    }
+    const slot_t joined = grows ? a : values.claim();
+    // The pool may have moved.
+    std::string& text = result_members_t::text(values.own(joined));
+    if (!grows) {
+        text = result_members_t::text(values.whole(a));
+    }
+    text += result_members_t::text(values.whole(b));
+    result_members_t::set(values.own(joined), result_t::type_string, 0, 0);
+    values.release(b);
+    return joined;
+}
+
+void machine_t::fail(opcode_e opcode) {
+    if (opcode == opcode_e::no_target) {
+        throw exception_t("non lvalue");
+    }
+    if (opcode == opcode_e::no_value) {
+        throw exception_t("sequencer_t::evaluate() -- syntax error");
+    }
+    const std::string& error = parse_error_of(frames.size() - 1);
+    throw exception_t(error.empty() ? std::string("syntax error -- missing operand") : error);
+}
+
+} // namespace ko::alg

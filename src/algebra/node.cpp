@@ -1,0 +1,398 @@
+#include "algebra/node.h"
+
+#include <iterator>
+
+#include "algebra/context.h"
+#include "algebra/machine.h"
+#include "algebra/parser.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+namespace {
+
+/// Counts a run for as long as the object lives.
+class running_t {
+public:
+    explicit running_t(unsigned& counter) : runs(counter) { ++runs; }
+    running_t(const running_t&) = delete;
+    running_t& operator=(const running_t&) = delete;
+    ~running_t() { --runs; }
+
+private:
+    unsigned& runs;
+};
+
+/// The position after `position`; the end stays the end.
+node_t::position_t behind(const list_t& list, node_t::position_t position) {
+    return position == list.end() ? position : std::next(position);
+}
+
+bool is_mark(item_e kind) {
+    return kind == item_e::open || kind == item_e::close || kind == item_e::colon;
+}
+
+} // namespace
+
+node_t::node_t(std::shared_ptr<const syntax_t> tokens, place_t item_place)
+    : token_t(std::string(tokens->text_of(tokens->items[item_place])),
+              syntax_t::strength_of(tokens->items[item_place]),
+              syntax_t::is_unbound(tokens->items[item_place]) ? 1 : 0),
+      tree(std::move(tokens)), place(item_place) {
+    depth = item().depth;
+}
+
+node_t::~node_t() {
+    node_t* pending = nullptr;
+    release(pending);
+    while (pending != nullptr) {
+        node_t* const node = pending;
+        pending = node->next;
+        node->release(pending);
+        delete node;
+    }
+}
+
+/// Lets go of the operands: deletes tokens of the host and chains nodes to `pending`.
+void node_t::release(node_t*& pending) {
+    for (token_t*& operand : operands) {
+        token_t* const released = std::exchange(operand, nullptr);
+        if (auto* const node = dynamic_cast<node_t*>(released)) {
+            node->next = std::exchange(pending, node);
+        } else {
+            delete released;
+        }
+    }
+}
+
+bool node_t::is_leaf() const {
+    return item().kind != item_e::operation && item().kind != item_e::call;
+}
+
+bool node_t::is_string() const {
+    return item().kind == item_e::text;
+}
+
+/// Marks the token as bound, whether or not it finds its operands.
+void node_t::mark_bound() {
+    unbound = 0;
+    strength = bound_strength;
+    --depth;
+}
+
+bool node_t::construct(list_t& list, position_t& position, std::string& error) {
+    mark_bound();
+    if (is_leaf()) {
+        return true;
+    }
+    return item().kind == item_e::call ? call_construct(list, position, error)
+                                       : operation_construct(list, position, error);
+}
+
+bool node_t::operation_construct(list_t& list, position_t& position, std::string& error) {
+    const operator_t& row = operator_get(item().operation);
+    const unsigned before = before_count(row.shape);
+    const unsigned count = before + behind_count(row.shape);
+    position_t places[3] = {list.end(), list.end(), list.end()};
+    if (before != 0 && position != list.begin()) {
+        places[0] = std::prev(position);
+    }
+    places[before] = behind(list, position);
+    if (count == 3) {
+        places[2] = behind(list, places[1]);
+    }
+    for (const bool is_missing : {true, false}) {
+        for (unsigned i = 0; i < count; ++i) {
+            if (is_missing ? places[i] == list.end() : (*places[i])->unbound != 0) {
+                error = message_of_operand(row, i, is_missing);
+                return false;
+            }
+        }
+    }
+    position = std::next(places[count - 1]);
+    for (unsigned i = 0; i < count; ++i) {
+        take(i, list, places[i]);
+    }
+    is_host_bound = true;
+    return true;
+}
+
+bool node_t::call_construct(list_t& list, position_t& position, std::string& error) {
+    const callee_t& callee = tree->callees[item().callee];
+    if (position == list.end()) {
+        error = callee.is_script() ? "internal_function_t::construct() -- bad iterator"
+                                   : "external_function_t::construct() -- bad iterator";
+        return false;
+    }
+    const position_t arguments = std::next(position);
+    without_arguments = takes_nothing_now(arguments, list.end());
+    if (without_arguments) {
+        is_host_bound = true;
+        ++position;
+        return true;
+    }
+    if (arguments == list.end() || (*arguments)->unbound != 0) {
+        error = arguments == list.end() ? message_of_missing_arguments(callee)
+                                        : message_of_unbound_arguments(callee);
+        return false;
+    }
+    position = std::next(arguments);
+    take(0, list, arguments);
+    is_host_bound = true;
+    return true;
+}
+
+/// Whether a call that is being bound leaves alone what stands behind it.
+bool node_t::takes_nothing_now(position_t behind_call, position_t end) {
+    const callee_t& callee = tree->callees[item().callee];
+    if (callee.is_script()) {
+        const function_t* const function =
+            callee.scripts == nullptr ? nullptr : callee.scripts->find(text);
+        if (function == nullptr) {
+            throw exception_t("internal function %s -- no longer defined", text.c_str());
+        }
+        return function->parameters.empty();
+    }
+    const taking_e taking = taking_of(callee);
+    const bool has_group =
+        behind_call != end && (*behind_call)->unbound == 0 && (*behind_call)->depth > depth;
+    return taking == taking_e::nothing || (taking == taking_e::group_only && !has_group);
+}
+
+/// Takes the token at `position` out of `list` as operand `i`.
+void node_t::take(unsigned i, list_t& list, position_t position) {
+    delete std::exchange(operands[i], *position); // none, but when a host binds a token twice
+    list.erase(position);
+}
+
+/// A node of the same item without operands.
+node_t* node_t::shell() const {
+    auto copy = std::make_unique<node_t>(tree, place);
+    copy->text = text;
+    copy->unbound = unbound;
+    copy->strength = strength;
+    copy->depth = 0;
+    copy->without_arguments = without_arguments;
+    copy->is_host_bound = is_host_bound;
+    return copy.release();
+}
+
+token_t* node_t::replicate() const {
+    std::unique_ptr<node_t> root(shell());
+    pending_t pending{{this, root.get()}};
+    while (!pending.empty()) {
+        const auto [original, copy] = pending.back();
+        pending.pop_back();
+        original->operands_replicate(pending, *copy);
+    }
+    return root.release();
+}
+
+/// Gives `copy`, a shell of this node, the operands; those of nodes are left to do.
+void node_t::operands_replicate(pending_t& pending, node_t& copy) const {
+    for (std::size_t i = 0; i < operands.size(); ++i) {
+        if (const auto* const node = dynamic_cast<const node_t*>(operands[i])) {
+            node_t* const replica = node->shell();
+            copy.operands[i] = replica;
+            pending.emplace_back(node, replica);
+        } else if (operands[i] != nullptr) {
+            copy.operands[i] = operands[i]->replicate();
+        }
+    }
+}
+
+result_t node_t::leaf_value(context_t& context) const {
+    switch (item().kind) {
+    case item_e::integer:
+        return item().integer;
+    case item_e::real:
+        return item().real;
+    case item_e::text:
+        return std::string(tree->text_of(item()));
+    case item_e::name:
+        return context.variable_get(text);
+    default:
+        return {};
+    }
+}
+
+result_t node_t::evaluate(algebra_t& algebra) const {
+    context_t& context = context_of(algebra);
+    if (is_leaf()) {
+        return leaf_value(context);
+    }
+    unit_ptr_t own;
+    unit_t& unit = unit_of(context, false, own);
+    const running_t running(runs);
+    bool returned = false;
+    result_t value = context.machine->run(unit, returned);
+    if (returned) {
+        throw return_exception_t{std::move(value)};
+    }
+    return value;
+}
+
+void node_t::evaluate(algebra_t& algebra, std::vector<result_t>& values) const {
+    if (item().kind != item_e::operation || item().operation != comma_id) {
+        values.push_back(evaluate(algebra));
+        return;
+    }
+    context_t& context = context_of(algebra);
+    unit_ptr_t own;
+    unit_t& unit = unit_of(context, true, own);
+    const running_t running(runs);
+    if (!context.machine->run_list(unit, values)) {
+        result_t value = std::move(values.back());
+        values.pop_back();
+        throw return_exception_t{std::move(value)};
+    }
+}
+
+void node_t::assign(algebra_t& algebra, const result_t& value) const {
+    const item_e kind = item().kind;
+    if (kind == item_e::name) {
+        context_of(algebra).variables.assign(text, value);
+    } else if (kind == item_e::text) {
+        context_of(algebra).variables.assign(tree->text_of(item()), value);
+    } else if (!is_mark(kind)) {
+        throw exception_t("non lvalue");
+    }
+}
+
+/// True where nothing has been bound or renamed by a host since the parse.
+bool node_t::is_as_parsed() const {
+    return !is_host_bound && text == tree->text_of(item());
+}
+
+/// The compiled tree.
+/// @param own receives it where it cannot be kept
+unit_t& node_t::unit_of(context_t& context, bool as_list, unit_ptr_t& own) const {
+    unit_ptr_t& kept = as_list ? list_unit : value_unit;
+    if (kept != nullptr && is_as_parsed()) {
+        return *kept;
+    }
+    unit_ptr_t made(new unit_t);
+    made->program = std::make_shared<program_t>();
+    if (is_as_parsed()) {
+        context.translator.compile(*tree, place, as_list, *made->program);
+        kept = std::move(made);
+        return *kept;
+    }
+    const syntax_t syntax = syntax_of();
+    context.translator.compile(syntax, syntax.first, as_list, *made->program);
+    own = std::move(made);
+    return *own;
+}
+
+/// What makes one syntax out of tokens; lives as long as that takes.
+struct node_t::grafting_t {
+    /// A tree that still has to be copied, and the operand that it becomes.
+    struct task_t {
+        const token_t* token;   ///< null for a tree of a syntax
+        const syntax_t* source; ///< of that tree
+        place_t place;
+        place_t parent;
+        unsigned operand;
+    };
+
+    void run(const node_t& root);
+    place_t copy(const syntax_t& source, const item_t& item, std::string_view text);
+    void graft(const task_t& task);
+    void graft_node(const node_t& node, const task_t& task);
+
+    syntax_t syntax;
+    std::vector<task_t> pending;
+};
+
+void node_t::grafting_t::run(const node_t& root) {
+    pending.push_back({&root, nullptr, 0, no_place, 0});
+    while (!pending.empty()) {
+        const task_t task = pending.back();
+        pending.pop_back();
+        graft(task);
+    }
+    syntax.first = 0;
+}
+
+/// Adds a copy of an item without its operands.
+place_t node_t::grafting_t::copy(const syntax_t& source, const item_t& item,
+                                 std::string_view text) {
+    item_t added = item;
+    added.text_begin = static_cast<place_t>(syntax.text.size());
+    added.text_size = static_cast<place_t>(text.size());
+    added.operands[0] = added.operands[1] = added.operands[2] = no_place;
+    syntax.text += text;
+    if (item.kind == item_e::call) {
+        added.callee = static_cast<std::uint32_t>(syntax.callees.size());
+        syntax.callees.push_back(source.callees[item.callee]);
+    }
+    syntax.items.push_back(added);
+    return static_cast<place_t>(syntax.items.size() - 1);
+}
+
+void node_t::grafting_t::graft(const task_t& task) {
+    const auto place = static_cast<place_t>(syntax.items.size());
+    if (task.parent != no_place) {
+        syntax.items[task.parent].operands[task.operand] = place;
+    }
+    if (const auto* const node = dynamic_cast<const node_t*>(task.token)) {
+        graft_node(*node, task);
+    } else if (task.token != nullptr) {
+        item_t item;
+        item.kind = item_e::foreign;
+        item.callee = static_cast<std::uint32_t>(syntax.callees.size());
+        syntax.callees.emplace_back();
+        syntax.callees.back().foreign = task.token;
+        syntax.items.push_back(item);
+    } else {
+        const item_t& item = task.source->items[task.place];
+        copy(*task.source, item, task.source->text_of(item));
+        for (unsigned i = 3; i-- != 0;) {
+            if (item.operands[i] != no_place) {
+                pending.push_back({nullptr, task.source, item.operands[i], place, i});
+            }
+        }
+    }
+}
+
+void node_t::grafting_t::graft_node(const node_t& node, const task_t&) {
+    const item_t& item = node.item();
+    const bool is_renamed = item.kind == item_e::name || item.kind == item_e::call;
+    const place_t place =
+        copy(*node.tree, item, is_renamed ? node.text : node.tree->text_of(item));
+    if (!node.is_host_bound) {
+        for (unsigned i = 3; i-- != 0;) {
+            if (item.operands[i] != no_place) {
+                pending.push_back({nullptr, node.tree.get(), item.operands[i], place, i});
+            }
+        }
+        return;
+    }
+    syntax.items[place].is_bound = true;
+    syntax.items[place].takes_nothing = node.without_arguments;
+    for (unsigned i = 3; i-- != 0;) {
+        if (node.operands[i] != nullptr) {
+            pending.push_back({node.operands[i], nullptr, 0, place, i});
+        }
+    }
+}
+
+syntax_t node_t::syntax_of() const {
+    grafting_t grafting;
+    grafting.run(*this);
+    return std::move(grafting.syntax);
+}
+
+void nodes_append(std::shared_ptr<const syntax_t> tokens, list_t& list) {
+    for (place_t place = tokens->first; place != no_place; place = tokens->items[place].next) {
+        list.push_back(nullptr);
+        try {
+            list.back() = new node_t(tokens, place);
+        } catch (...) {
+            list.pop_back();
+            throw;
+        }
+    }
+}
+
+} // namespace ko::alg

@@ -1,0 +1,99 @@
+/// @file
+/// A program and what one evaluator has found out about its names.
+///
+/// The links of a unit hold good for the variables of one generation; a machine that meets
+/// another one forgets them. A unit that runs is pinned: whoever lets go of it meanwhile leaves
+/// it to the last run to delete it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "algebra/program.h"
+#include "algebra/variables.h"
+
+namespace ko::alg {
+
+struct unit_t;
+
+/// A variable that a program names.
+struct name_link_t {
+    const cell_t* to_read = nullptr; ///< null until it has been looked up
+    cell_t* to_write = nullptr;      ///< the same once no copy shares it
+};
+
+/// What a call of a script function compiles to depends on all of these.
+struct environment_t {
+    std::uint64_t hosts;
+    std::uint64_t scripts;
+    std::uint64_t macros;
+
+    bool operator==(const environment_t& other) const {
+        return hosts == other.hosts && scripts == other.scripts && macros == other.macros;
+    }
+    bool operator<(const environment_t& other) const {
+        return hosts != other.hosts       ? hosts < other.hosts
+               : scripts != other.scripts ? scripts < other.scripts
+                                          : macros < other.macros;
+    }
+};
+
+/// A script function that a program calls.
+struct call_link_t {
+    std::uint64_t table = 0; ///< identity of the table that it was found in; 0 for none
+    const function_t* function = nullptr;
+    std::uint64_t bodies = 0; ///< identity of the collection that holds the body; 0 for none
+    environment_t environment = {0, 0, 0};
+    unit_t* body = nullptr;
+};
+
+struct unit_t {
+    std::shared_ptr<program_t> program; ///< a constant once it is compiled
+    std::uint64_t generation = 0;       ///< of the variables that the links lead to
+    std::vector<name_link_t> names;
+    std::vector<call_link_t> calls;
+    std::vector<std::uint32_t> parameters; ///< of a body: the places of their names
+    unsigned pins = 0;
+    bool is_dropped = false;
+    bool is_shared = false; ///< whether another evaluator has, or had, the program
+
+    /// Forgets all links to variables.
+    void names_forget(std::uint64_t now) {
+        names.assign(program->names.size(), name_link_t());
+        generation = now;
+    }
+    void pin() { ++pins; }
+    void unpin() {
+        if (--pins == 0 && is_dropped) {
+            delete this;
+        }
+    }
+};
+
+/// Lets go of a unit.
+struct unit_drop_t {
+    void operator()(unit_t* unit) const {
+        if (unit->pins == 0) {
+            delete unit;
+        } else {
+            unit->is_dropped = true;
+        }
+    }
+};
+
+/// Owns a unit, which lives on while it runs.
+using unit_ptr_t = std::unique_ptr<unit_t, unit_drop_t>;
+
+/// A unit of its own, for another evaluator, with the program of `unit`, which may be null.
+inline unit_ptr_t unit_share(unit_t* unit) {
+    unit_ptr_t made;
+    if (unit != nullptr) {
+        made.reset(new unit_t);
+        made->program = unit->program;
+        made->is_shared = unit->is_shared = true;
+    }
+    return made;
+}
+
+} // namespace ko::alg

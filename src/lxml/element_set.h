@@ -1,0 +1,149 @@
+/// @file
+/// The elements that a document owns.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <iterator>
+#include <map>
+#include <utility>
+
+#include "export.h"
+
+namespace ko::lxml {
+
+class element_t;
+
+/// A set of elements by address, with the member names of `std::set`; it owns nothing.
+///
+/// It keeps a bit for each place where an element can lie, in maps of 512 bits, so that elements
+/// that lie close together take a few bytes each. Iterators stay valid when other elements come
+/// and go; a reference to what an iterator points to lives as long as the iterator. Looking up,
+/// inserting and erasing take the logarithm of the size.
+class element_set_t {
+public:
+    using key_type = element_t*;
+    using value_type = element_t*;
+    using size_type = std::size_t;
+    using difference_type = std::ptrdiff_t;
+    using reference = element_t* const&;
+    using const_reference = element_t* const&;
+
+    /// Goes up by address.
+    class const_iterator {
+    public:
+        using iterator_category = std::bidirectional_iterator_tag;
+        using value_type = element_t*;
+        using difference_type = std::ptrdiff_t;
+        using pointer = element_t* const*;
+        using reference = element_t* const&;
+
+        const_iterator() = default;
+        reference operator*() const { return current; }
+        pointer operator->() const { return &current; }
+        const_iterator& operator++() {
+            current = set->after(current);
+            return *this;
+        }
+        const_iterator operator++(int) {
+            const const_iterator before = *this;
+            ++*this;
+            return before;
+        }
+        const_iterator& operator--() {
+            current = set->before(current);
+            return *this;
+        }
+        const_iterator operator--(int) {
+            const const_iterator before = *this;
+            --*this;
+            return before;
+        }
+        bool operator==(const const_iterator& other) const { return current == other.current; }
+        bool operator!=(const const_iterator& other) const { return current != other.current; }
+
+    private:
+        friend class element_set_t;
+
+        const_iterator(const element_set_t* owner, element_t* e) : set(owner), current(e) {}
+
+        const element_set_t* set = nullptr;
+        element_t* current = nullptr; ///< null at the end
+    };
+    using iterator = const_iterator;
+
+    element_set_t() = default;
+    element_set_t(std::initializer_list<element_t*> list) { insert(list.begin(), list.end()); }
+    element_set_t(const element_set_t& other) : maps(other.maps), total(other.total) {}
+    element_set_t& operator=(const element_set_t& other) {
+        if (this != &other) {
+            element_set_t(other).swap(*this);
+        }
+        return *this;
+    }
+    ~element_set_t() = default;
+
+    const_iterator begin() const { return {this, after(nullptr)}; }
+    const_iterator end() const { return {this, nullptr}; }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
+
+    bool empty() const { return total == 0; }
+    size_type size() const { return total; }
+
+    KO_API size_type count(const element_t* e) const;
+    const_iterator find(const element_t* e) const {
+        return {this, count(e) == 0 ? nullptr : const_cast<element_t*>(e)};
+    }
+    /// The first element at or after an address.
+    const_iterator lower_bound(const element_t* e) const {
+        return count(e) == 0 ? upper_bound(e) : find(e);
+    }
+    const_iterator upper_bound(const element_t* e) const { return {this, after(e)}; }
+
+    /// Null is not taken.
+    KO_API std::pair<const_iterator, bool> insert(element_t* e);
+    template <class I> void insert(I first, I last) {
+        for (; first != last; ++first) {
+            insert(*first);
+        }
+    }
+    KO_API size_type erase(const element_t* e);
+    const_iterator erase(const_iterator at) {
+        const const_iterator next = std::next(at);
+        erase(*at);
+        return next;
+    }
+    KO_API void clear() noexcept;
+    KO_API void swap(element_set_t& other) noexcept;
+
+    friend bool operator==(const element_set_t& a, const element_set_t& b) {
+        return a.maps == b.maps;
+    }
+    friend bool operator!=(const element_set_t& a, const element_set_t& b) { return !(a == b); }
+
+private:
+    using word_t = std::uintptr_t;
+
+    static constexpr std::size_t word_bits = sizeof(word_t) * 8;
+    static constexpr std::size_t words = 512 / word_bits;
+
+    struct map_t {
+        std::array<word_t, words> bits = {};
+
+        bool operator==(const map_t& other) const { return bits == other.bits; }
+    };
+    using maps_t = std::map<std::uintptr_t, map_t>;
+
+    /// The element after or before one, null where there is none; of null, the first or the last.
+    KO_API element_t* after(const element_t* e) const;
+    KO_API element_t* before(const element_t* e) const;
+
+    maps_t maps; ///< by address divided by what a map covers; none is empty
+    size_type total = 0;
+    maps_t::value_type* recent = nullptr; ///< the map that was changed last
+};
+
+} // namespace ko::lxml

@@ -1,0 +1,34 @@
+/// @file
+/// Attributes in the memory of a document.
+#pragma once
+
+#include <new>
+#include <string_view>
+
+#include "lxml/attribute.h"
+#include "lxml/pool.h"
+
+namespace ko::lxml {
+
+/// An attribute that lies in the pool of a document. It is made and freed by the library; a host
+/// that has taken it out of its element deletes it like any other.
+class pooled_attribute_t final : public attribute_t {
+public:
+    /// Makes an attribute in the pool in which `neighbour` lies.
+    static attribute_t* make(const void* neighbour, atom_table_t* table, int name_id, int ns_id,
+                             std::string_view text);
+    /// Frees an attribute that `make` made and no host holds.
+    static void free(attribute_t* a) noexcept;
+    /// Whether an attribute is of this kind and lies in the pool of `neighbour`.
+    static bool is_beside(const void* neighbour, const attribute_t* a) noexcept;
+
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void*, void*) noexcept {}
+    /// What `delete` of a host calls.
+    static void operator delete(void* place) noexcept;
+
+private:
+    pooled_attribute_t(atom_table_t* table, int name_id, int ns_id, std::string_view text);
+};
+
+} // namespace ko::lxml
