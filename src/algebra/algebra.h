@@ -238,8 +238,8 @@ public:
     ///
     /// The reference stays valid until a `memory_pop`, `memory_pop_diff`, `memory_copy`, the
     /// `erase` of the variable, an assignment to the evaluator or its destruction. Until then a
-    /// copy of the evaluator, which every call of a script function makes, copies each variable;
-    /// where no reference is out, copies share them.
+    /// copy of the evaluator copies each variable; where no reference is out, copies share them.
+    /// A script function makes such a copy when a host function is called in it.
     result_t& operator[](const std::string& name);
     /// @}
 

@@ -34,7 +34,7 @@ TEST_F(closure, takes_any_number_of_arguments_of_its_range) {
     expect({{"f(7)", "(s) 1:7"},
             {"f(7, 8)", "(s) 2:7"},
             {"f('x', 8, 9)", "(s) 3:x"},
-            {"f(1, 2, 3, 4)", "! external function f -- 4 arguments found, 3 expected"}});
+            {"f(1, 2, 3, 4)", "! external function f -- 4 arguments found, 1 to 3 expected"}});
 }
 
 TEST_F(closure, of_one_count_is_refused_like_any_function) {
@@ -58,7 +58,7 @@ TEST_F(closure, that_may_go_without_arguments_takes_those_in_parentheses) {
             {"f(7, 8)", "(s) 2:7"},
             {"f + f(1)", "(s) 01:1"},
             {"max(1, f())", "(i) 1"},
-            {"f(1, 2, 3)", "! external function f -- 3 arguments found, 2 expected"}});
+            {"f(1, 2, 3)", "! external function f -- 3 arguments found, 0 to 2 expected"}});
 }
 
 TEST_F(closure, with_a_range_turned_round_is_refused) {
