@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "algebra/algebra_imp.h"
+#include "algebra/node.h"
+#include "algebra/texts.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
@@ -11,206 +13,175 @@ namespace ko::alg {
 algebra_t::algebra_t() : imp(new imp_t(*this)) {}
 
 algebra_t::algebra_t(const algebra_t& other) : imp(nullptr) {
+    const imp_t& source = other.state();
     auto made = std::make_unique<imp_t>(*this);
-    made->copy(*other.imp);
+    made->copy(source);
     imp = made.release();
 }
 
 algebra_t& algebra_t::operator=(const algebra_t& other) {
-    imp->copy(*other.imp);
+    const imp_t& source = other.state();
+    if (imp == nullptr) {
+        imp = new imp_t(*this);
+    }
+    state().copy(source);
     return *this;
+}
+
+/// What is being evaluated with stays where it is: the evaluation would be without it.
+algebra_t::algebra_t(algebra_t&& other) noexcept : imp(nullptr) {
+    if (other.imp == nullptr || !other.imp->is_in_use()) {
+        imp = std::exchange(other.imp, nullptr);
+        if (imp != nullptr) {
+            imp->owner = this;
+            imp->numeric_only = false;
+            imp->parse_error.clear();
+        }
+        return;
+    }
+    try {
+        auto made = std::make_unique<imp_t>(*this);
+        made->copy(*other.imp);
+        imp = made.release();
+    } catch (...) {
+        // As if it had been moved from: each use says so.
+    }
 }
 
 algebra_t::~algebra_t() {
     delete imp;
 }
 
+/// What the evaluator owns.
+/// @throws ko::exception_t it must not be used
+algebra_t::imp_t& algebra_t::state() const {
+    if (imp == nullptr) {
+        throw exception_t(std::string("algebra_t -- the evaluator was moved from"));
+    }
+    if (imp->is_lent()) {
+        throw exception_t(std::string("algebra_t -- used by its own resolver or output"));
+    }
+    return *imp;
+}
+
 bool algebra_t::parse(const std::string& text) {
-    return imp->parse(text);
+    return state().parse(text);
+}
+
+bool algebra_t::parse(const char* text) {
+    return parse(checked(text));
 }
 
 bool algebra_t::parse(const std::string& text, list_t& tokens) {
-    return imp->parse(text, tokens);
+    return state().parse(text, tokens);
+}
+
+bool algebra_t::parse(const char* text, list_t& tokens) {
+    return parse(checked(text), tokens);
 }
 
 result_t algebra_t::evaluate() {
-    return imp->evaluate();
+    return state().evaluate();
 }
 
 result_t algebra_t::evaluate(const list_t& tokens) {
-    return imp->evaluate(tokens);
+    return state().evaluate(tokens);
 }
 
 result_t algebra_t::evaluate(const std::string& text) {
-    imp->program_clear();
-    if (!imp->parse(text)) {
-        throw exception_t(imp->parse_error);
+    imp_t& own = state();
+    own.program_clear();
+    if (!own.parse(text)) {
+        throw exception_t(own.parse_error);
     }
-    return imp->evaluate();
+    return own.evaluate();
+}
+
+result_t algebra_t::evaluate(const char* text) {
+    return evaluate(checked(text));
+}
+
+bool algebra_t::evaluate(const std::string& text, result_t& value, error_t& error) {
+    imp_t& own = state();
+    error_t failure;
+    own.program_clear();
+    try {
+        const bool is_good = own.parse(text);
+        failure.statement = own.translator.statement_text_get();
+        failure.offset = failure.statement.size();
+        if (is_good) {
+            value = own.evaluate();
+            error = error_t();
+            return true;
+        }
+        failure.message = own.parse_error;
+        failure.offset = own.translator.failure_offset_get();
+    } catch (const exception_t& e) {
+        failure.message = e.what();
+    }
+    error = std::move(failure);
+    return false;
+}
+
+bool algebra_t::evaluate(const char* text, result_t& value, error_t& error) {
+    return evaluate(checked(text), value, error);
 }
 
 result_t algebra_t::evaluate_safe(const std::string& text) {
     // The text may be the parse error, which the parse replaces.
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const std::string own_text = text;
-    imp->program_clear();
+    imp_t& own = state();
+    own.program_clear();
     try {
-        return imp->parse(own_text) ? imp->evaluate() : result_t(own_text);
+        return own.parse(own_text) ? own.evaluate() : result_t(own_text);
     } catch (const exception_t&) {
-        imp->line_write("Caught exception in expression : " + own_text);
+        own.line_write("Caught exception in expression : " + own_text);
         return own_text;
     }
 }
 
+result_t algebra_t::evaluate_safe(const char* text) {
+    return evaluate_safe(checked(text));
+}
+
 void algebra_t::numeric_only_set(bool on) {
-    imp->numeric_only = on;
+    state().numeric_only = on;
 }
 
 const std::string& algebra_t::parse_error_get() const {
-    return imp->parse_error;
+    return state().parse_error;
 }
 
-namespace {
-
-/// The record of a host function of a fixed number of arguments.
-host_record_t record_of(const std::string& name, int count) {
-    host_record_t record;
-    record.prototype.name = name;
-    record.prototype.argument_count = count;
-    record.count_min = count;
-    record.count_max = count;
-    return record;
+names_t algebra_t::names_get(const list_t& tokens) const {
+    static_cast<void>(state());
+    names_t names;
+    for (const token_t* const token : tokens) {
+        if (const auto* const node = dynamic_cast<const node_t*>(token)) {
+            node->names_get(names);
+        }
+    }
+    return names;
 }
 
-} // namespace
-
-void algebra_t::define(const std::string& name, function0_t function) {
-    host_record_t record = record_of(name, 0);
-    record.prototype.function0 = function;
-    imp->functions.host_define(std::move(record));
+void algebra_t::output_set(output_t output) {
+    state().output = std::move(output);
 }
 
-void algebra_t::define(const std::string& name, function1_t function) {
-    host_record_t record = record_of(name, 1);
-    record.prototype.function1 = function;
-    imp->functions.host_define(std::move(record));
-}
-
-void algebra_t::define(const std::string& name, function2_t function) {
-    host_record_t record = record_of(name, 2);
-    record.prototype.function2 = function;
-    imp->functions.host_define(std::move(record));
-}
-
-void algebra_t::define(const std::string& name, function3_t function) {
-    host_record_t record = record_of(name, 3);
-    record.prototype.function3 = function;
-    imp->functions.host_define(std::move(record));
-}
-
-void algebra_t::define(const std::string& name, function_list_t function, int count) {
-    host_record_t record = record_of(name, count);
-    record.prototype.function_list = function;
-    imp->functions.host_define(std::move(record));
+void algebra_t::resolver_set(resolver_t resolver) {
+    state().resolver = std::move(resolver);
 }
 
 void algebra_t::limits_set(const limits_t& limits) {
-    imp->budget.limits = limits;
+    state().budget.limits = limits;
 }
 
 limits_t algebra_t::limits_get() const {
-    return imp->budget.limits;
+    return state().budget.limits;
 }
 
 void algebra_t::interrupt_set(const std::atomic<bool>* flag) {
-    imp->budget.interrupt = flag;
-}
-
-void algebra_t::macro_define(const std::string& key, const std::string& value) {
-    if (!imp->functions.script_define(key, value)) {
-        imp->macros.define(key, value);
-    }
-}
-
-void algebra_t::macro_undefine(const std::string& key) {
-    imp->macros.undefine(key);
-}
-
-void algebra_t::macro_decode(const std::string& in, std::string& out) {
-    std::string text = in;
-    imp->macros.substitute(text);
-    out.swap(text);
-}
-
-void algebra_t::macros_get(std::list<std::pair<std::string, std::string>>& out) const {
-    std::list<std::pair<std::string, std::string>> definitions;
-    imp->macros.definitions_get(definitions);
-    imp->functions.script_definitions_get(definitions);
-    out.splice(out.end(), definitions);
-}
-
-void algebra_t::memory_push() {
-    imp->variables.push();
-}
-
-void algebra_t::memory_pop() {
-    imp->variables.pop();
-}
-
-void algebra_t::memory_pop_diff() {
-    imp->variables.pop_diff();
-}
-
-void algebra_t::memory_copy(const algebra_t& other) {
-    imp->memory_copy(*other.imp);
-}
-
-void algebra_t::assign(const std::string& name, int value) {
-    imp->variables.assign(name, value);
-}
-
-void algebra_t::assign(const std::string& name, long value) {
-    imp->variables.assign(name, value);
-}
-
-void algebra_t::assign(const std::string& name, float value) {
-    imp->variables.assign(name, value);
-}
-
-void algebra_t::assign(const std::string& name, double value) {
-    imp->variables.assign(name, value);
-}
-
-void algebra_t::assign(const std::string& name, const std::string& value) {
-    imp->variables.assign(name, value);
-}
-
-void algebra_t::assign(const std::string& name, const char* value) {
-    imp->variables.assign(name, value);
-}
-
-void algebra_t::assign(const std::string& name, const result_t& value) {
-    imp->variables.assign(name, value);
-}
-
-void algebra_t::eval_and_assign(const std::string& name, const std::string& expression) {
-    imp->eval_and_assign(name, expression);
-}
-
-result_t algebra_t::get(const std::string& name) const {
-    const result_t* const value = imp->variables.find(name);
-    if (value == nullptr) {
-        throw exception_t("get--cound not find variable '%s'\n", name.c_str());
-    }
-    return *value;
-}
-
-bool algebra_t::find(const std::string& name) const {
-    return imp->variables.find(name) != nullptr;
-}
-
-result_t& algebra_t::operator[](const std::string& name) {
-    return imp->variables[name];
+    state().budget.interrupt = flag;
 }
 
 bool algebra(const std::string& text, result_t& value, bool throw_errors) {
@@ -239,6 +210,14 @@ bool algebra(const std::string& text, float& value) {
     }
     value = result.float_get();
     return true;
+}
+
+bool algebra(const char* text, result_t& value, bool throw_errors) {
+    return algebra(checked(text), value, throw_errors);
+}
+
+bool algebra(const char* text, float& value) {
+    return algebra(checked(text), value);
 }
 
 context_t& context_of(algebra_t& algebra) {

@@ -3,9 +3,12 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <list>
+#include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "algebra/bounds.h"
 #include "algebra/function.h"
@@ -15,13 +18,27 @@
 
 namespace ko::alg {
 
+/// What kept a text from having a value.
+struct KO_API error_t {
+    std::string message;    ///< the message of the exception that another call would throw
+    std::string statement;  ///< the statement as it was read: without comments, macros replaced
+    std::size_t offset = 0; ///< where in it the token begins that failed, in bytes; its size
+                            ///< where no token did
+};
+
+/// The names that an expression uses.
+struct KO_API names_t {
+    std::set<std::string> variables; ///< that it reads
+    std::set<std::string> functions; ///< that it calls
+};
+
 /// The expression evaluator: variables, functions, macros and one parsed program.
 ///
 /// It owns all of these. A copy is complete and independent. A host function may parse with the
-/// evaluator that calls it, assign to it and copy it, but not destroy it. An object is used by
-/// one thread at a time; two objects may be used by two threads, a copy and its source among
-/// them. After an exception an evaluator can be used and destroyed as before; variables that the
-/// failed expression had assigned keep their new values.
+/// evaluator that calls it, assign to it and copy it, but not destroy it. An object
+/// is used by one thread at a time; two objects may be used by two threads, a copy and its source
+/// among them. After an exception an evaluator can be used and destroyed as before; variables
+/// that the failed expression had assigned keep their new values.
 class KO_API algebra_t {
 public:
     class KO_LOCAL imp_t;
@@ -33,6 +50,13 @@ public:
     /// The same copy into this object, which keeps its numeric-only flag and parse error text.
     /// Assigned to itself, an evaluator is unchanged.
     algebra_t& operator=(const algebra_t& other);
+    /// Takes what a copy would have, at no cost; references to the variables of `other` stay
+    /// valid.
+    ///
+    /// Of `other` nothing is left: it can be destroyed or assigned to, and any other use of it
+    /// throws a `ko::exception_t`. An evaluator that is evaluating is copied instead,
+    /// and an assignment always copies: lists keep the script functions of what is assigned to.
+    algebra_t(algebra_t&& other) noexcept;
     virtual ~algebra_t();
 
     /// @name Programs
@@ -42,8 +66,10 @@ public:
     /// @return false when it is blank or not well formed; see `parse_error_get`
     /// @throws ko::exception_t an unterminated quote or comment, or endless macros
     bool parse(const std::string& text);
+    bool parse(const char* text); ///< the same; null throws a `ko::exception_t`
     /// Parses the first statement of `text` into a list of the caller's, replacing its tokens.
     bool parse(const std::string& text, list_t& tokens);
+    bool parse(const char* text, list_t& tokens); ///< the same; null throws
 
     /// Evaluates the program; the integer 0 when there is none.
     result_t evaluate();
@@ -56,6 +82,15 @@ public:
     /// Parses and evaluates the first statement of `text`.
     /// @throws ko::exception_t the parse error text, or what the evaluation reports
     result_t evaluate(const std::string& text);
+    result_t evaluate(const char* text); ///< the same; null throws a `ko::exception_t`
+    /// Parses and evaluates the first statement of `text`, without an exception and without a
+    /// line on standard output when it fails.
+    /// @param value receives the value; unchanged on failure
+    /// @param error receives what failed; empty on success
+    /// @return true on success
+    /// @throws std::bad_alloc and whatever else is not a `ko::exception_t`
+    bool evaluate(const std::string& text, result_t& value, error_t& error);
+    bool evaluate(const char* text, result_t& value, error_t& error); ///< the same; null throws
     /// Parses and evaluates the first statement of `text`; a failure gives `text` itself as a
     /// string.
     ///
@@ -63,11 +98,25 @@ public:
     /// a parse that fails without one is not reported. Only exceptions that are not a
     /// `ko::exception_t` escape.
     result_t evaluate_safe(const std::string& text);
+    result_t evaluate_safe(const char* text); ///< the same; null throws a `ko::exception_t`
 
     /// Turns the numeric-only mode on or off: names, commas and assignment are then not read.
     void numeric_only_set(bool on);
     /// The message of the last parse that failed; a success does not clear it.
     const std::string& parse_error_get() const;
+
+    /// The names that a list which `parse` filled reads and calls, also after a parse that
+    /// failed.
+    ///
+    /// A name that is only assigned to is not read. What texts say that it evaluates, and the
+    /// bodies of the script functions that it calls, are not looked into.
+    names_t names_get(const list_t& tokens) const;
+
+    /// Sends what `func_output` and `evaluate_safe` write to `output`, standard output by default
+    /// and again after an empty one. Copies of the evaluator made afterwards take it along, and
+    /// so do evaluations inside of evaluations. What it throws ends `func_output`. It must not
+    /// use the evaluators that take part, which would throw a `ko::exception_t`.
+    void output_set(output_t output);
     /// @}
 
     /// @name Bounds
@@ -96,7 +145,20 @@ public:
     void define(const std::string& name, function3_t function);
     /// @param count number of arguments that a call must have
     void define(const std::string& name, function_list_t function, int count);
+    /// @param count_min least number of arguments that a call must have
+    /// @param count_max largest number of arguments that a call may have
+    /// @throws ko::exception_t the least number is larger than the largest
+    void define(const std::string& name, host_function_t function, unsigned count_min,
+                unsigned count_max);
     /// @}
+
+    /// Removes a host function; a built-in one of that name shows again. Programs parsed earlier
+    /// keep the function they were parsed with.
+    /// @return whether there was one
+    bool undefine(const std::string& name);
+    /// The names that an expression can call: host, built-in and script functions, in ascending
+    /// order.
+    std::vector<std::string> function_names() const;
 
     /// @name Macros
     /// @{
@@ -106,6 +168,9 @@ public:
     /// @throws ko::exception_t an empty key, or one that is not a letter followed by letters,
     ///         digits and "_"
     void macro_define(const std::string& key, const std::string& value);
+    /// The same; null throws a `ko::exception_t`.
+    void macro_define(const std::string& key, const char* value);
+    void macro_define(const char* key, const char* value); ///< the same; null throws
     /// Removes a macro; an unknown key is ignored.
     void macro_undefine(const std::string& key);
     /// Replaces the macros in `in`.
@@ -116,6 +181,8 @@ public:
     /// Appends every macro definition ever made, in order, then every script function as
     /// "name( p1, p2 )" and its body.
     void macros_get(std::list<std::pair<std::string, std::string>>& out) const;
+    /// Removes all macros and all script functions, and forgets their definitions.
+    void macros_clear();
     /// @}
 
     /// @name Variables
@@ -136,6 +203,10 @@ public:
     void assign(const std::string& name, long value);
     void assign(const std::string& name, float value);
     void assign(const std::string& name, double value);
+    void assign(const std::string& name, unsigned value); ///< as `result_t` is made of it
+    void assign(const std::string& name, unsigned long value);
+    void assign(const std::string& name, long long value);
+    void assign(const std::string& name, unsigned long long value);
     void assign(const std::string& name, const std::string& value); ///< the text, not evaluated
     void assign(const std::string& name, const char* value);        ///< the text, not evaluated
     void assign(const std::string& name, const result_t& value);
@@ -144,23 +215,38 @@ public:
     /// The outcome of the parse is ignored: what it left is evaluated, and a blank expression
     /// stores the integer 0.
     void eval_and_assign(const std::string& name, const std::string& expression);
+    /// The same; null throws a `ko::exception_t`.
+    void eval_and_assign(const std::string& name, const char* expression);
 
     /// A copy of a variable's value.
     /// @throws ko::exception_t when there is no such variable; the message ends in a line feed
     result_t get(const std::string& name) const;
     /// True when there is a variable of that name.
     bool find(const std::string& name) const;
+    /// Removes a variable. A reference to it is then no longer valid.
+    /// @return whether there was one
+    bool erase(const std::string& name);
+    /// The names of the variables, in ascending order of their bytes.
+    std::vector<std::string> variable_names() const;
+    /// Has `resolver` asked for the value of every name that is read and is no variable, before
+    /// it is reported as undefined; an empty one ends that. `get`, `find`, `defined` and `exists`
+    /// do not ask. Copies of the evaluator made afterwards take it along, and so do evaluations
+    /// inside of evaluations. What it throws ends the evaluation. It must not use the evaluators
+    /// that take part in the evaluation, which would throw a `ko::exception_t`.
+    void resolver_set(resolver_t resolver);
     /// The stored value, created as the integer 0 when missing.
     ///
-    /// The reference stays valid until a `memory_pop`, `memory_pop_diff`, `memory_copy`, an
-    /// assignment to the evaluator or its destruction. Until then a copy of the evaluator copies
-    /// each variable; where no reference is out, copies share them. A script function makes such
-    /// a copy when a host function is called in it.
+    /// The reference stays valid until a `memory_pop`, `memory_pop_diff`, `memory_copy`, the
+    /// `erase` of the variable, an assignment to the evaluator or its destruction. Until then a
+    /// copy of the evaluator copies each variable; where no reference is out, copies share them.
+    /// A script function makes such a copy when a host function is called in it.
     result_t& operator[](const std::string& name);
     /// @}
 
 private:
     friend struct ko::layout_t;
+
+    KO_LOCAL imp_t& state() const;
 
     imp_t* imp;
 };
@@ -172,7 +258,9 @@ private:
 /// @return true on success
 /// @throws ko::exception_t in any case what parsing throws (an unterminated quote, say)
 KO_API bool algebra(const std::string& text, result_t& value, bool throw_errors);
+KO_API bool algebra(const char* text, result_t& value, bool throw_errors); ///< null throws
 /// Evaluates an expression and gives its float reading.
 KO_API bool algebra(const std::string& text, float& value);
+KO_API bool algebra(const char* text, float& value); ///< null throws a `ko::exception_t`
 
 } // namespace ko::alg

@@ -133,7 +133,7 @@ result_t algebra_t::imp_t::evaluate(const list_t& tokens) {
         throw exception_t("algebra_t::evaluate() -- null token");
     }
     try {
-        return tokens.front()->evaluate(owner);
+        return tokens.front()->evaluate(*owner);
     } catch (return_exception_t& returned) {
         return std::move(returned.value);
     }

@@ -20,7 +20,7 @@ public:
     void copy(const imp_t& other);
 
     /// The state of an evaluator.
-    static imp_t& of(algebra_t& algebra) { return *algebra.imp; }
+    static imp_t& of(algebra_t& algebra) { return algebra.state(); }
 
     /// Parses the first statement of `text` into `tokens`.
     bool parse(const std::string& text, list_t& tokens);

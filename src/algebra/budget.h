@@ -19,6 +19,7 @@ class budget_t {
 public:
     limits_t limits;
     const std::atomic<bool>* interrupt = nullptr; ///< of the host; null for none
+    bool lent = false; ///< while a callback of the host runs inside the evaluation
 
     /// Takes the bounds of another budget, not what is used of them.
     void bounds_take(const budget_t& other);

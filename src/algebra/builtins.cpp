@@ -152,6 +152,12 @@ constexpr builtin_t builtins[] = {
 
 } // namespace
 
+void builtin_names_get(std::vector<std::string>& out) {
+    for (const builtin_t& builtin : builtins) {
+        out.emplace_back(builtin.name);
+    }
+}
+
 const builtin_t* builtin_find(std::string_view name) {
     for (const builtin_t& row : builtins) {
         if (row.name == name) { // compares the lengths first

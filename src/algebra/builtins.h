@@ -2,18 +2,16 @@
 /// The built-in functions.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "algebra/function.h"
 #include "algebra/grammar.h"
 #include "algebra/value_stack.h"
 #include "algebra/variables.h"
 
 namespace ko::alg {
-
-/// Receives what an evaluation writes; empty for standard output.
-using output_t = std::function<void(const std::string&)>;
 
 /// What a built-in function gets.
 struct builtin_call_t {
@@ -36,6 +34,9 @@ struct builtin_t {
 
 /// @return the built-in function of that name, or null
 const builtin_t* builtin_find(std::string_view name);
+
+/// Appends the names of the built-in functions.
+void builtin_names_get(std::vector<std::string>& out);
 
 /// The text of an argument that must be a string.
 /// @throws ko::exception_t `message` when it is none

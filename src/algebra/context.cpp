@@ -7,19 +7,36 @@
 namespace ko::alg {
 
 context_t::context_t(algebra_t& evaluator)
-    : owner(evaluator), machine(std::make_unique<machine_t>(*this)) {}
+    : owner(&evaluator), machine(std::make_unique<machine_t>(*this)) {}
 
 context_t::~context_t() = default;
+
+lending_t::lending_t(const context_t& context)
+    : lent(context.drawn == nullptr ? context.lent : context.drawn->lent), before(lent) {
+    lent = true;
+}
+
+lending_t::~lending_t() {
+    lent = before;
+}
 
 result_t context_t::variable_get(const std::string& name) const {
     if (const result_t* const found = variables.find(name)) {
         return *found;
     }
     result_t value;
-    if (resolver == nullptr || !resolver(name, value)) {
+    if (!resolve(name, value)) {
         throw exception_t("label_t::evaluate() -- access to undefined term, '%s'", name.c_str());
     }
     return value;
+}
+
+bool context_t::resolve(const std::string& name, result_t& value) const {
+    if (resolver == nullptr) {
+        return false;
+    }
+    const lending_t lending(*this);
+    return resolver(name, value);
 }
 
 void context_t::line_write(const std::string& line) const noexcept {
@@ -28,6 +45,7 @@ void context_t::line_write(const std::string& line) const noexcept {
         return;
     }
     try {
+        const lending_t lending(*this);
         output(line + '\n');
     } catch (...) {
         // The host's output may fail.

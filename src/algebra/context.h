@@ -5,7 +5,6 @@
 /// end: from an `algebra_t` to its context, and to a copy that a host function can be given.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -23,9 +22,6 @@ namespace ko::alg {
 class algebra_t;
 class machine_t;
 
-/// Asked for a name that is no variable; true when it has set the value.
-using resolver_t = std::function<bool(const std::string& name, result_t& value)>;
-
 /// The state of an evaluator.
 struct context_t {
     explicit context_t(algebra_t& evaluator);
@@ -36,11 +32,18 @@ struct context_t {
     /// The value of a variable.
     /// @throws ko::exception_t there is none, and the resolver knows none
     result_t variable_get(const std::string& name) const;
+    /// Asks the resolver. @return false where it does not know the name, or there is none
+    bool resolve(const std::string& name, result_t& value) const;
+    /// True while the host's resolver or output runs for an evaluation that this evaluator takes
+    /// part in.
+    bool is_lent() const { return lent || (drawn != nullptr && drawn->lent); }
+    /// True while an evaluation goes on that this evaluator takes part in.
+    bool is_in_use() const { return lent || drawn != nullptr; }
     /// Writes a line of diagnosis to the output. What it tells of is on its way to the caller,
     /// so a line that cannot be written is left out.
     void line_write(const std::string& line) const noexcept;
 
-    algebra_t& owner;
+    algebra_t* owner; ///< moves with the state
     variables_t variables;
     macro_table_t macros;
     function_table_t functions;
@@ -53,8 +56,23 @@ struct context_t {
     nesting_t nesting;
     budget_t budget;
     budget_t* drawn = nullptr; ///< the budget of the evaluation that runs; null when none does
+    mutable bool lent = false; ///< to a callback of the host, while no evaluation runs
     translator_t translator;
     std::unique_ptr<machine_t> machine; ///< never null
+};
+
+/// The time during which a callback of the host runs that is not given the evaluator, and must
+/// not use it: a program may be in the middle of an instruction.
+class lending_t {
+public:
+    explicit lending_t(const context_t& context);
+    lending_t(const lending_t&) = delete;
+    lending_t& operator=(const lending_t&) = delete;
+    ~lending_t();
+
+private:
+    bool& lent;
+    const bool before;
 };
 
 /// The context of an evaluator.

@@ -2,6 +2,7 @@
 /// Records of the functions that an expression can call.
 #pragma once
 
+#include <functional>
 #include <list>
 #include <string>
 #include <vector>
@@ -21,7 +22,16 @@ using function1_t = result_t (*)(algebra_t&, result_t);
 using function2_t = result_t (*)(algebra_t&, result_t, result_t);
 using function3_t = result_t (*)(algebra_t&, result_t, result_t, result_t);
 using function_list_t = result_t (*)(algebra_t&, std::vector<result_t>);
+/// Anything that can be called, with state of its own: it is copied into the evaluator, into the
+/// programs that call it and into copies of the evaluator, all of which share one object.
+using host_function_t = std::function<result_t(algebra_t&, const std::vector<result_t>&)>;
 /// @}
+
+/// Asked for the value of a name: true when it has set `value`, false when it does not know it.
+using resolver_t = std::function<bool(const std::string& name, result_t& value)>;
+
+/// Receives a text that an evaluator writes, line ends included.
+using output_t = std::function<void(const std::string& text)>;
 
 /// A host or built-in function: a plain record of which exactly one pointer is set.
 struct KO_API function_prototype_t {

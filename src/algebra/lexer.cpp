@@ -217,6 +217,7 @@ bool lexer_t::call_add(item_t& item, std::string_view text) {
 
 bool lexer_t::fail(std::string message) {
     parse_error = std::move(message);
+    syntax.unread = position;
     return false;
 }
 

@@ -65,6 +65,7 @@ void machine_t::builtin_general(const target_t& target, slot_t* arguments) {
     }
     top -= count;
     const context_t& state = *frame().state;
+    const lending_t lending(state); // the function may write to the host's output
     result_t value = row.apply({given, state.variables, state.output});
     values.data()[top++] = values.keep(std::move(value));
 }
@@ -90,7 +91,7 @@ void machine_t::host_call(const instruction_t& instruction) {
     result_t value;
     {
         const nesting_t::call_t call(state.nesting, target.name, *base.drawn);
-        value = host_apply(host, state.owner, arguments);
+        value = host_apply(host, *state.owner, arguments);
     }
     pc = resume;
     names_check();
@@ -132,7 +133,7 @@ void machine_t::foreign(const instruction_t& instruction) {
     if (frame().is_isolated) {
         evaluators_make();
     }
-    algebra_t& owner = frame().state->owner;
+    algebra_t& owner = *frame().state->owner;
     const instruction_t* const resume = pc;
     std::vector<result_t> given;
     if (instruction.opcode == opcode_e::foreign_value) {

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "algebra/algebra.h"
 #include "algebra/context.h"
 #include "algebra/machine.h"
 #include "algebra/parser.h"
@@ -281,6 +282,30 @@ unit_t& node_t::unit_of(context_t& context, bool as_list, unit_ptr_t& own) const
     context.translator.compile(syntax, syntax.first, as_list, *made->program);
     own = std::move(made);
     return *own;
+}
+
+void node_t::names_get(names_t& names) const {
+    program_t program;
+    compiler_room_t room;
+    if (is_as_parsed()) {
+        tree_compile(*tree, place, true, room, program);
+    } else {
+        const syntax_t syntax = syntax_of();
+        tree_compile(syntax, syntax.first, true, room, program);
+    }
+    for (const instruction_t& step : program.code) {
+        if (step.left == operand_e::name) {
+            names.variables.insert(program.names[step.a.place]);
+        }
+        if (step.right == operand_e::name) {
+            names.variables.insert(program.names[step.b.place]);
+        }
+    }
+    for (const target_t& target : program.targets) {
+        if (target.callee.foreign == nullptr) {
+            names.functions.insert(target.name);
+        }
+    }
 }
 
 /// What makes one syntax out of tokens; lives as long as that takes.

@@ -25,6 +25,7 @@
 namespace ko::alg {
 
 struct context_t;
+struct names_t;
 
 /// A token of the library's own. It owns the operands that a host has bound to it.
 class node_t final : public token_t {
@@ -41,6 +42,8 @@ public:
     void assign(algebra_t& algebra, const result_t& value) const override;
     token_t* replicate() const override;
 
+    /// Adds the names that the tree reads and calls.
+    void names_get(names_t& names) const;
     /// True while a program of this tree runs.
     bool is_running() const { return runs != 0; }
 

@@ -76,11 +76,14 @@ struct syntax_t {
     std::vector<item_t> items;
     std::vector<callee_t> callees;
     place_t first = no_place; ///< the first token that is not an operand
+    /// Where in the text the lexer has met what it cannot read.
+    std::size_t unread = std::string::npos;
 
     void clear() {
         items.clear();
         callees.clear();
         first = no_place;
+        unread = std::string::npos;
     }
     std::string_view text_of(const item_t& item) const {
         if (item.kind == item_e::operation) {

@@ -56,6 +56,18 @@ list_t& list_t::operator=(const list_t& other) {
     return *this;
 }
 
+list_t::list_t(list_t&& other) noexcept : list_t() {
+    swap(other);
+}
+
+list_t& list_t::operator=(list_t&& other) noexcept {
+    if (this != &other) {
+        destroy();
+        swap(other);
+    }
+    return *this;
+}
+
 list_t::~list_t() {
     destroy();
 }

@@ -92,6 +92,10 @@ public:
     list_t(const list_t& other);
     /// Destroys its tokens and takes deep copies of those of `other`.
     list_t& operator=(const list_t& other);
+    /// Takes the tokens of `other`, which is empty then. Neither list may be in evaluation.
+    list_t(list_t&& other) noexcept;
+    /// Destroys its tokens and takes those of `other`, which is empty then.
+    list_t& operator=(list_t&& other) noexcept;
     ~list_t();
 
     /// Appends a deep copy of every token of `other`.

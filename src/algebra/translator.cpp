@@ -13,6 +13,7 @@ bool translator_t::statement_get(const std::string& text, const macro_table_t* m
     if (substitute && macros != nullptr) {
         macros->substitute(statement);
     }
+    failure_offset = statement.size();
     return !std::all_of(statement.begin(), statement.end(), ascii::is_space);
 }
 
@@ -39,7 +40,8 @@ bool translator_t::parse(const lexer_settings_t& settings, syntax_t& target, std
 }
 
 void translator_t::failure_note(const syntax_t& tree, place_t failed) {
-    failure_offset = failed == no_place ? statement.size() : tree.items[failed].text_begin;
+    const std::size_t offset = failed == no_place ? tree.unread : tree.items[failed].text_begin;
+    failure_offset = std::min(offset, statement.size());
 }
 
 void translator_t::compile_first(program_t& program) {

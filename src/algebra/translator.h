@@ -37,8 +37,8 @@ public:
         tree_compile(tree, root, as_list, compiler_room, program);
     }
 
-    /// Place of the token at which the last parse failed, in `text_get`; its size where there is
-    /// none.
+    /// Where the token begins at which the last parse failed, in `text_get`; its size where there
+    /// is none.
     std::size_t failure_offset_get() const { return failure_offset; }
     /// The text that was parsed last, without the blank that the lexer appends.
     std::string statement_text_get() const { return statement; }
