@@ -60,6 +60,12 @@ class Runner(unittest.TestCase):
         self.side("kobase", 150, 7)
         self.assertEqual(self.run_it("--check").returncode, 0)
 
+    def test_fails_a_check_without_the_reference(self):
+        self.side("kobase", 150, 7)
+        done = self.run_it("--check")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("E1: nan, goal 1.5 x muparser", done.stderr)
+
     def test_fails_without_the_side_of_the_library(self):
         self.side("muparser", 100, 7)
         done = self.run_it()

@@ -1,6 +1,7 @@
 #include "diagnostic.h"
 
 #include <algorithm>
+#include <map>
 #include <ostream>
 #include <tuple>
 
@@ -8,22 +9,20 @@ namespace tool {
 
 namespace {
 
-bool same_finding(const diagnostic_t& a, const diagnostic_t& b) {
-    return a.place.line == b.place.line && a.place.column == b.place.column &&
-           a.message == b.message && a.expression == b.expression && a.place.file == b.place.file;
+/// What tells one diagnostic from others.
+std::string key_of(const diagnostic_t& diagnostic) {
+    const ko::xpp::place_t& place = diagnostic.place;
+    const char separator = '\0';
+    return place.file + separator + std::to_string(place.line) + separator +
+           std::to_string(place.column) + separator + diagnostic.message + separator +
+           diagnostic.expression;
 }
 
-void insert_once(std::vector<diagnostic_t>& all, diagnostic_t diagnostic) {
-    const auto same = [&](const diagnostic_t& other) {
-        return same_finding(diagnostic, other);
-    };
-    const auto found = std::find_if(all.begin(), all.end(), same);
-    if (found == all.end()) {
-        all.push_back(std::move(diagnostic));
-    } else if (diagnostic.severity > found->severity) {
-        found->severity = diagnostic.severity;
-    }
-}
+/// Expressions for which a name that was meant is looked for.
+constexpr std::size_t hints_max = 100;
+
+/// Lines of a trace that are shown.
+constexpr std::size_t trace_shown_max = 20;
 
 /// Bytes that continue a character in UTF-8 take no column.
 bool starts_character(char c) {
@@ -42,11 +41,33 @@ std::string head(const ko::xpp::place_t& place, const std::string& program) {
     return text.empty() ? program : text;
 }
 
+void trace_print(std::ostream& out, const diagnostic_t& diagnostic, const std::string& program) {
+    const std::size_t count = std::min(diagnostic.trace.size(), trace_shown_max);
+    for (std::size_t i = 0; i < count; ++i) {
+        const ko::xpp::place_t& place = diagnostic.trace[i];
+        out << (i == 0 ? "  in " : "  from ") << head(place, program) << ": " << place_text(place)
+            << '\n';
+    }
+    const std::size_t more = diagnostic.trace.size() - count + diagnostic.trace_left_out;
+    if (more != 0) {
+        out << "  and from " << more << " more\n";
+    }
+}
+
 } // namespace
+
+void diagnostics_t::keep(diagnostic_t diagnostic) {
+    error_found = error_found || diagnostic.severity == severity_t::error;
+    if (is_full()) {
+        left_out = true;
+    } else if (keys.insert(key_of(diagnostic)).second) {
+        all.push_back(std::move(diagnostic));
+    }
+}
 
 void diagnostics_t::fatal_add(diagnostic_t diagnostic) {
     diagnostic.severity = severity_t::error;
-    insert_once(all, std::move(diagnostic));
+    keep(std::move(diagnostic));
 }
 
 void diagnostics_t::add(diagnostic_t diagnostic) {
@@ -54,34 +75,42 @@ void diagnostics_t::add(diagnostic_t diagnostic) {
         diagnostic.severity = severity_t::warning;
     }
     if (diagnostic.severity == severity_t::error || !drop) {
-        insert_once(all, std::move(diagnostic));
+        keep(std::move(diagnostic));
     }
 }
 
 void diagnostics_t::hints_add(
     const std::function<std::string(const std::string& expression)>& hint) {
+    std::size_t count = 0;
     for (diagnostic_t& diagnostic : all) {
-        if (!diagnostic.expression.empty() && diagnostic.hint.empty()) {
+        if (!diagnostic.expression.empty() && diagnostic.hint.empty() && count < hints_max) {
             diagnostic.hint = hint(diagnostic.expression);
+            ++count;
         }
     }
 }
 
-bool diagnostics_t::failed() const {
-    return std::any_of(all.begin(), all.end(), [](const diagnostic_t& diagnostic) {
-        return diagnostic.severity == severity_t::error;
-    });
-}
-
 const std::vector<diagnostic_t>& diagnostics_t::sorted(const std::vector<std::string>& files) {
+    std::map<std::string, std::size_t> ranks;
+    for (const std::string& file : files) {
+        ranks.emplace(file, ranks.size());
+    }
     const auto key = [&](const diagnostic_t& diagnostic) {
-        const auto file = std::find(files.begin(), files.end(), diagnostic.place.file);
-        return std::make_tuple(file - files.begin(), diagnostic.place.line,
-                               diagnostic.place.column);
+        const auto rank = ranks.find(diagnostic.place.file);
+        return std::make_tuple(rank == ranks.end() ? ranks.size() : rank->second,
+                               diagnostic.place.line, diagnostic.place.column);
     };
     std::stable_sort(all.begin(), all.end(), [&](const diagnostic_t& a, const diagnostic_t& b) {
         return key(a) < key(b);
     });
+    if (left_out) {
+        diagnostic_t last;
+        last.severity = severity_t::warning;
+        last.code = "limit";
+        last.message = "there is more; no more than " + std::to_string(kept_max) + " are shown";
+        all.push_back(std::move(last));
+        left_out = false;
+    }
     return all;
 }
 
@@ -116,12 +145,7 @@ void diagnostics_print(std::ostream& out, const std::vector<diagnostic_t>& list,
         if (diagnostic.expression.find_first_not_of(" \t\r\n") != std::string::npos) {
             out << marked_text(diagnostic.expression, diagnostic.mark);
         }
-        const char* word = "in";
-        for (const ko::xpp::place_t& place : diagnostic.trace) {
-            out << "  " << word << ' ' << head(place, program) << ": " << place_text(place)
-                << '\n';
-            word = "from";
-        }
+        trace_print(out, diagnostic, program);
     }
 }
 

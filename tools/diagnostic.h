@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ struct diagnostic_t {
     std::size_t mark = no_mark;
     std::string hint; ///< what may be meant, to be shown behind the message
     std::vector<ko::xpp::place_t> trace;
+    std::size_t trace_left_out = 0; ///< places that stand outside of those of the trace
 };
 
 /// How diagnostics are written.
@@ -38,8 +40,8 @@ enum class diagnostic_form_t { text, json, sarif };
 
 /// Gathers the diagnostics of a run and writes them, in the order of files, lines and columns.
 ///
-/// A thing that is found again at the same place is kept once: a failing expression in a loop,
-/// what the check before a run and the run itself both see.
+/// A thing that is found again at the same place is kept once: what a run and the survey of its
+/// documents both see. After a thousand the others are left out, and a last one says so.
 class diagnostics_t {
 public:
     /// @param lenient makes warnings of errors that do not end the run
@@ -55,13 +57,23 @@ public:
     void hints_add(const std::function<std::string(const std::string& expression)>& hint);
 
     /// Whether there is an error among them.
-    bool failed() const;
-    /// Those at the places of a file stand where the file was met.
+    bool failed() const { return error_found; }
+    /// Whether there are so many that further ones are left out.
+    bool is_full() const { return all.size() >= kept_max; }
+    /// All of them, by file, line and column.
+    /// @param files the order of the files; others come behind them
     const std::vector<diagnostic_t>& sorted(const std::vector<std::string>& files);
 
 private:
+    static constexpr std::size_t kept_max = 1000;
+
+    void keep(diagnostic_t diagnostic);
+
     bool demote;
     bool drop;
+    bool error_found = false;
+    bool left_out = false;
+    std::set<std::string> keys;
     std::vector<diagnostic_t> all;
 };
 

@@ -99,6 +99,9 @@ void diagnostics_print_json(std::ostream& out, const std::vector<diagnostic_t>& 
             entry["offset"] = diagnostic.mark;
         }
         entry["trace"] = trace_json(diagnostic.trace);
+        if (diagnostic.trace_left_out != 0) {
+            entry["trace_left_out"] = diagnostic.trace_left_out;
+        }
         array.push_back(std::move(entry));
     }
     print(out, array);

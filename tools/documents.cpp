@@ -30,7 +30,6 @@ std::string file_shown(const std::string& file) {
 }
 
 void document_load(ko::lxml::document_t& document, const std::string& file) {
-#if __has_include("lxml/load_options.h")
     ko::lxml::load_options_t options;
     options.positions = true;
     options.quiet = true;
@@ -39,24 +38,15 @@ void document_load(ko::lxml::document_t& document, const std::string& file) {
     } else {
         document.load(file, options);
     }
-#else
-    if (file == "-") {
-        document.load_from_string(standard_input_read());
-    } else {
-        document.load(file);
-    }
-#endif
 }
 
 ko::xpp::place_t place_of(const ko::lxml::element_t& element) {
     ko::xpp::place_t place;
     place.file = element.document->file_name;
-#if __has_include("lxml/load_options.h")
     if (const ko::lxml::position_t* position = element.document->position_get(&element)) {
         place.line = position->line;
         place.column = position->column;
     }
-#endif
     place.directive = element.name_get();
     return place_shown(place);
 }
@@ -72,12 +62,10 @@ diagnostic_t load_diagnostic(const ko::exception_t& error, const std::string& fi
     diagnostic.code = "xml";
     diagnostic.place.file = file_shown(file);
     diagnostic.message = reason(error.what(), file);
-#if __has_include("lxml/load_options.h")
     if (const auto* load = dynamic_cast<const ko::lxml::load_error_t*>(&error)) {
         diagnostic.place = place_shown({load->file, load->line, load->column, "", ""});
         diagnostic.message = reason(error.what(), load->file);
     }
-#endif
     return diagnostic;
 }
 

@@ -18,7 +18,8 @@ std::string without_line_break(std::string text) {
 }
 
 /// What stands in `text` between two others; empty when they are not there.
-std::string between(const std::string& text, const std::string& before, const std::string& after) {
+std::string between(const std::string& text, const std::string& before,
+                    const std::string& after) {
     const std::size_t start = text.find(before);
     if (start == std::string::npos) {
         return "";
@@ -28,15 +29,16 @@ std::string between(const std::string& text, const std::string& before, const st
     return end == std::string::npos ? "" : text.substr(name, end - name);
 }
 
-/// The byte of the name that a message speaks of, in a variable or a call; `other` when it speaks of
-/// none. The evaluator writes "%s" for the name of a function that lacks its arguments.
+/// The byte of the name that a message speaks of, in a variable or a call; `other` when it speaks
+/// of none. The evaluator writes "%s" for the name of a function that lacks its arguments.
 std::size_t named_mark(const std::string& message, const std::string& expression,
                        std::size_t other) {
     std::string name = between(message, "undefined term, '", "'");
     name = name.empty() ? between(message, "ternal function ", " --") : name;
     for (const word_t& word : expression_words(expression)) {
         const bool lacks_arguments = name == "%s" && word.use != word_use_t::call &&
-                                     word.use != word_use_t::quoted && is_function_name(word.name);
+                                     word.use != word_use_t::quoted &&
+                                     is_function_name(word.name);
         if ((word.name == name && word.use != word_use_t::quoted) || lacks_arguments) {
             return word.offset;
         }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <set>
 #include <string>
 #include <unistd.h>
 
@@ -81,14 +82,8 @@ void macros_define(ko::alg::algebra_t& algebra, const std::vector<std::string>& 
     }
 }
 
-/// Sets the variables of the command line and of the configuration.
-bool variables_set(ko::alg::algebra_t& algebra, const options_t& options) {
-    if (options.configuration.empty()) {
-        for (const tool::definition_t& definition : options.definitions) {
-            algebra.assign(definition.name, tool::definition_value(algebra, definition));
-        }
-        return true;
-    }
+/// Processes a configuration and takes over its variables.
+bool configuration_read(tool::calculator_t& calculator, const options_t& options) {
     tool::diagnostics_t diagnostics(false, false);
     tool::session_options_t settings;
     settings.file = options.configuration;
@@ -102,8 +97,23 @@ bool variables_set(ko::alg::algebra_t& algebra, const options_t& options) {
     }
     tool::diagnostics_print(std::cerr, diagnostics.sorted(session.files_get()), "kobase-calc",
                             false);
-    algebra.memory_copy(session.algebra_get());
+    calculator.variables_copy(session.algebra_get(), session.names_get());
     return !diagnostics.failed();
+}
+
+/// Sets the variables of the command line and of the configuration.
+bool variables_set(tool::calculator_t& calculator, const options_t& options) {
+    if (!options.configuration.empty()) {
+        return configuration_read(calculator, options);
+    }
+    ko::alg::algebra_t variables;
+    std::set<std::string> names;
+    for (const tool::definition_t& definition : options.definitions) {
+        variables.assign(definition.name, tool::definition_value(variables, definition));
+        names.insert(definition.name);
+    }
+    calculator.variables_copy(variables, names);
+    return true;
 }
 
 bool stream_evaluate(tool::calculator_t& calculator, std::istream& stream,
@@ -193,8 +203,7 @@ int run(int argc, char** argv) {
     }
     tool::calculator_t calculator;
     macros_define(calculator.algebra_get(), options.macros);
-    const bool good =
-        variables_set(calculator.algebra_get(), options) && evaluate(calculator, options);
+    const bool good = variables_set(calculator, options) && evaluate(calculator, options);
     return good ? tool::status_ok : tool::status_failed;
 }
 

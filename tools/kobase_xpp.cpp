@@ -66,11 +66,9 @@ std::string document_text(tool::session_t& session, const xpp_options_t& options
     }
     std::ostringstream text;
     if (options.standard) {
-#if __has_include("lxml/write.h")
         ko::lxml::write_options_t write_options;
         write_options.indent = options.indent;
         output.write(text, write_options);
-#endif
     } else {
         if (options.trim) {
             trim_emptied(session);

@@ -17,6 +17,9 @@ namespace {
 /// Where a resolver sends includes that are to be dropped: a document without children.
 const char* const dropped_include = "(dropped)";
 
+/// How many places of a trace are kept.
+constexpr std::size_t trace_max = 100;
+
 /// Takes `name="value"` apart.
 bool detail_split(const std::string& detail, std::string& name, std::string& value) {
     const std::size_t equals = detail.find("=\"");
@@ -79,9 +82,6 @@ void session_t::prepare() {
         includes_drop();
     }
     ko::alg::algebra_t& algebra = preprocessor.algebra_get();
-#ifdef ALG_NEW
-    algebra.interrupt_set(options.stop);
-#endif
     for (const definition_t& definition : options.definitions) {
         try {
             algebra.assign(definition.name, definition_value(algebra, definition));
@@ -147,7 +147,6 @@ bool session_t::process() {
 
 void session_t::failed(const ko::exception_t& e) {
     const std::vector<ko::xpp::place_t> trace = preprocessor.trace_get();
-#if __has_include("lxml/load_options.h")
     if (dynamic_cast<const ko::lxml::load_error_t*>(&e) != nullptr) {
         diagnostic_t diagnostic = load_diagnostic(e, options.file);
         std::transform(trace.begin(), trace.end(), std::back_inserter(diagnostic.trace),
@@ -155,7 +154,6 @@ void session_t::failed(const ko::exception_t& e) {
         diagnostics.fatal_add(std::move(diagnostic));
         return;
     }
-#endif
     const ko::xpp::place_t place =
         trace.empty() ? ko::xpp::place_t{options.file, 0, 0, "", ""} : trace.front();
     diagnostic_t diagnostic = diagnostic_at(place, failure_code(e.what()));
@@ -173,18 +171,35 @@ diagnostic_t session_t::diagnostic_at(const ko::xpp::place_t& place, const char*
     diagnostic_t diagnostic;
     diagnostic.code = code;
     diagnostic.place = place_shown(place);
+    if (diagnostics.is_full()) {
+        return diagnostic;
+    }
     for (const ko::xpp::place_t& around : preprocessor.trace_get()) {
-        if (!diagnostic.trace.empty() || !same_place(around, place)) {
+        const bool is_place_itself = diagnostic.trace.empty() && same_place(around, place);
+        if (!is_place_itself && diagnostic.trace.size() < trace_max) {
             diagnostic.trace.push_back(place_shown(around));
+        } else if (!is_place_itself) {
+            ++diagnostic.trace_left_out;
         }
     }
     return diagnostic;
 }
 
+/// A place in a loop is told of once, and the places around it looked up once.
+bool session_t::is_new(const ko::xpp::place_t& place, const std::string& text) {
+    return told
+        .insert(place.file + ':' + std::to_string(place.line) + ':' +
+                std::to_string(place.column) + ':' + text)
+        .second;
+}
+
 void session_t::expression_failed_add(diagnostic_t diagnostic, const std::string& attribute,
                                       const std::string& expression, const std::string& message,
                                       bool fatal) {
-    const failure_t failure = failure_locate(algebra_get(), expression, message);
+    failure_t failure{message, expression, diagnostic_t::no_mark};
+    if (!diagnostics.is_full()) {
+        failure = failure_locate(algebra_get(), expression, message);
+    }
     diagnostic.code = "expression";
     diagnostic.message =
         expression_message(attribute, diagnostic.place.directive, failure.message);
@@ -199,6 +214,9 @@ void session_t::expression_failed_add(diagnostic_t diagnostic, const std::string
 
 void session_t::expression_failed(const ko::xpp::place_t& place, const std::string& expression,
                                   const std::string& message) {
+    if (!is_new(place, place.detail)) {
+        return;
+    }
     std::string attribute;
     std::string value;
     detail_split(place.detail, attribute, value);
@@ -207,15 +225,19 @@ void session_t::expression_failed(const ko::xpp::place_t& place, const std::stri
 }
 
 void session_t::directive_unknown(const ko::xpp::place_t& place, const std::string& name) {
-    diagnostic_t diagnostic = diagnostic_at(place, "directive");
-    diagnostic.message = directive_unknown_message(name);
-    diagnostics.add(std::move(diagnostic));
+    if (is_new(place, "directive")) {
+        diagnostic_t diagnostic = diagnostic_at(place, "directive");
+        diagnostic.message = directive_unknown_message(name);
+        diagnostics.add(std::move(diagnostic));
+    }
 }
 
 void session_t::text_dropped(const ko::xpp::place_t& place) {
-    diagnostic_t diagnostic = diagnostic_at(place, "text");
-    diagnostic.message = text_dropped_message(place.directive);
-    diagnostics.add(std::move(diagnostic));
+    if (is_new(place, "text")) {
+        diagnostic_t diagnostic = diagnostic_at(place, "text");
+        diagnostic.message = text_dropped_message(place.directive);
+        diagnostics.add(std::move(diagnostic));
+    }
 }
 
 void session_t::element_made(const ko::lxml::element_t& from,
@@ -237,6 +259,12 @@ std::vector<std::string> session_t::files_get() const {
         files.push_back(path);
     }
     return files;
+}
+
+std::set<std::string> session_t::names_get() const {
+    std::set<std::string> names = names_of(options.definitions);
+    names.insert(survey.names_mentioned().begin(), survey.names_mentioned().end());
+    return names;
 }
 
 void session_t::documents_survey() {

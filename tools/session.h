@@ -61,6 +61,8 @@ public:
     /// The evaluator with the variables of the run.
     ko::alg::algebra_t& algebra_get() { return preprocessor.algebra_get(); }
     const survey_t& survey_get() const { return survey; }
+    /// Names of variables that the run may have set or read.
+    std::set<std::string> names_get() const;
     /// Output elements that were made of elements with children.
     const std::unordered_set<const ko::lxml::element_t*>& parents_get() const { return parents; }
 
@@ -76,6 +78,7 @@ private:
                                const std::string& expression, const std::string& message,
                                bool fatal);
     diagnostic_t diagnostic_at(const ko::xpp::place_t& place, const char* code) const;
+    bool is_new(const ko::xpp::place_t& place, const std::string& text);
 
     void expression_failed(const ko::xpp::place_t& place, const std::string& expression,
                            const std::string& message) override;
@@ -93,6 +96,7 @@ private:
     ko::xpp::preprocessor_t preprocessor;
     std::unordered_set<const ko::lxml::element_t*> parents;
     made_t made;
+    std::set<std::string> told; ///< places and texts that the observer was told of
 };
 
 } // namespace tool

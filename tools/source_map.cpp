@@ -1,11 +1,13 @@
 #include "source_map.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "documents.h"
+#include "exception/exception.h"
 #include "vocabulary.h"
 
 namespace tool {
@@ -14,9 +16,16 @@ namespace {
 
 using json_t = nlohmann::ordered_json;
 
+/// How deep an output may be: each element is told with its whole path.
+constexpr std::size_t depth_max = 1000;
+
+/// How many directives around an element are kept, the innermost ones.
+constexpr std::size_t chain_max = 100;
+
 struct node_t {
     const ko::lxml::element_t* element;
     std::string path;
+    std::size_t depth;
 };
 
 bool is_loop(const ko::xpp::place_t& place) {
@@ -54,12 +63,15 @@ json_t chain_json(const std::vector<ko::xpp::place_t>& trace) {
 
 /// Adds the children of an element, the last one first, with their paths.
 void children_push(const node_t& node, std::vector<node_t>& pending) {
+    if (node.depth >= depth_max && !node.element->children.empty()) {
+        throw ko::exception_t("the output is nested too deeply for a map");
+    }
     std::map<std::string, unsigned> counts;
     const std::size_t start = pending.size();
     for (const ko::lxml::element_t* child : node.element->children) {
         const std::string& name = child->name_get();
         const std::string number = std::to_string(++counts[name]);
-        pending.push_back({child, node.path + "/" + name + "[" + number + "]"});
+        pending.push_back({child, node.path + "/" + name + "[" + number + "]", node.depth + 1});
     }
     std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(start), pending.end());
 }
@@ -70,7 +82,7 @@ void source_map_t::add(const ko::lxml::element_t& source, const ko::lxml::elemen
                        const std::vector<ko::xpp::place_t>& trace) {
     origin_t origin{place_of(source), {}};
     for (const ko::xpp::place_t& place : trace) {
-        if (directive_find(place.directive) != nullptr) {
+        if (directive_find(place.directive) != nullptr && origin.trace.size() < chain_max) {
             origin.trace.push_back(place_shown(place));
         }
     }
@@ -79,7 +91,7 @@ void source_map_t::add(const ko::lxml::element_t& source, const ko::lxml::elemen
 
 std::string source_map_t::text(const ko::lxml::element_t& root) const {
     json_t map = json_t::array();
-    std::vector<node_t> pending{{&root, "/" + root.name_get()}};
+    std::vector<node_t> pending{{&root, "/" + root.name_get(), 1}};
     while (!pending.empty()) {
         const node_t node = std::move(pending.back());
         pending.pop_back();

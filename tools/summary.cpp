@@ -34,15 +34,10 @@ std::string dry_run_text(const session_t& session) {
 std::string variables_text(session_t& session) {
     std::ostringstream out;
     const ko::alg::algebra_t& algebra = session.algebra_get();
-#ifdef ALG_NEW
-    for (const std::string& name : algebra.variable_names()) {
-#else
-    for (const auto& [name, place] : session.survey_get().names_set()) {
-        static_cast<void>(place);
-        if (!algebra.find(name))
-            continue;
-#endif
-        out << name << " = " << algebra.get(name) << '\n';
+    for (const std::string& name : session.names_get()) {
+        if (algebra.find(name)) {
+            out << name << " = " << algebra.get(name) << '\n';
+        }
     }
     return out.str();
 }

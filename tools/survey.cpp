@@ -243,33 +243,31 @@ void survey_t::copied(const ko::lxml::element_t& element) {
     namespace_check(element, element.ns_get());
     if (element.ns_get() == expression_ns() && directive_find(element.name_get()) != nullptr) {
         report(severity_t::error, "namespace", element,
-               tag(element) +
-                   " is in the namespace of expressions and is copied; directives are "
-                   "in " +
-                   directive_ns());
+               tag(element) + " is in the namespace of expressions and is copied; directives " +
+                   "are in " + directive_ns());
     }
-    for (const ko::lxml::attribute_t* attribute : element.attributes) {
-        if (attribute->ns_get() == expression_ns()) {
-            expression(element, attribute->name_get(), attribute->value);
-        } else if (attribute->ns_get() == directive_ns()) {
+    for (const ko::lxml::attribute_t* given : element.attributes) {
+        if (given->ns_get() == expression_ns()) {
+            expression(element, given->name_get(), given->value);
+        } else if (given->ns_get() == directive_ns()) {
             report(severity_t::warning, "namespace", element,
-                   "attribute " + attribute->name_get() + " of " + tag(element) +
+                   "attribute " + given->name_get() + " of " + tag(element) +
                        " is in the namespace of directives and is copied as it is");
         } else {
-            namespace_check(element, attribute->ns_get());
+            namespace_check(element, given->ns_get());
         }
     }
 }
 
 void survey_t::namespace_check(const ko::lxml::element_t& element, const std::string& name) {
-    if (name.empty() || name == expression_ns() || name == directive_ns()) {
+    if (name.empty() || name == expression_ns() || name == directive_ns() ||
+        !namespaces_seen.insert(element.document->file_name + '\n' + name).second) {
         return;
     }
     const std::string* meant = is_misspelt(name, directive_ns())    ? &directive_ns()
                                : is_misspelt(name, expression_ns()) ? &expression_ns()
                                                                     : nullptr;
-    if (meant != nullptr &&
-        namespaces_reported.insert(element.document->file_name + '\n' + name).second) {
+    if (meant != nullptr) {
         report(severity_t::error, "namespace", element,
                "namespace \"" + name + "\" is not \"" + *meant + "\"");
     }
@@ -317,8 +315,10 @@ void survey_t::unset_names_report(const std::set<std::string>& given) {
             diagnostic_t diagnostic;
             diagnostic.code = "name";
             diagnostic.place = place;
-            diagnostic.message =
-                "nothing sets the variable " + name + suggestion(name, names_of(set));
+            diagnostic.message = "nothing sets the variable " + name;
+            if (!diagnostics.is_full()) {
+                diagnostic.message += suggestion(name, names_of(set));
+            }
             diagnostics.add(diagnostic);
         }
     }

@@ -92,7 +92,7 @@ private:
     std::set<std::string> inserted;
     std::set<std::string> mentioned;
     std::set<std::string> quoted;
-    std::set<std::string> namespaces_reported;
+    std::set<std::string> namespaces_seen;
     std::vector<const ko::lxml::element_t*> included;
     bool computed_insert = false;
 };

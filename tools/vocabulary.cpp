@@ -23,7 +23,10 @@ std::size_t tolerance(const std::string& word) {
 }
 
 /// Words longer than this are not compared: the time grows with the square.
-constexpr std::size_t compared_max = 256;
+constexpr std::size_t compared_max = 64;
+
+/// How many candidates are looked at.
+constexpr std::size_t candidates_max = 1000;
 
 } // namespace
 
@@ -87,7 +90,9 @@ std::size_t edit_distance(const std::string& a, const std::string& b) {
 std::string suggestion(const std::string& word, const std::vector<std::string>& candidates) {
     const std::string* nearest = nullptr;
     std::size_t distance = tolerance(word) + 1;
-    for (const std::string& candidate : candidates) {
+    const std::size_t count = std::min(candidates.size(), candidates_max);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string& candidate = candidates[i];
         const bool comparable = word.size() <= compared_max && candidate.size() <= compared_max;
         const std::size_t d = comparable ? edit_distance(word, candidate) : distance;
         if (d < distance && d < word.size()) {

@@ -19,6 +19,7 @@ namespace ko::lxml {
 
 class atom_map_t;
 class document_t;
+class xpath_t;
 struct attribute_text_t;
 
 /// An element: a name, attributes, children and text.
@@ -138,8 +139,12 @@ public:
     /// Appends the nodes that `path` selects below this element; the document owns them.
     /// @throws ko::exception_t as `xpath_t::parse`
     void select_nodes(const std::string& path, std::list<node_t*>& out) const;
-    /// The first node that `path` selects, or null.
+    /// The first node that `path` selects, or null. What comes after it is not looked for.
     node_t* select_single_node(const std::string& path) const;
+    /// The same with a path that was parsed before, which saves reading it each time.
+    void select_nodes(const xpath_t& path, std::list<node_t*>& out) const;
+    /// @copydoc select_nodes(const xpath_t&, std::list<node_t*>&) const
+    node_t* select_single_node(const xpath_t& path) const;
     /// @}
 
     /// Writes the element and its subtree as XML.
@@ -195,5 +200,13 @@ KO_API element_t* element_find(element_t* from, const std::string& path, bool re
 /// The same below a constant element.
 KO_API const element_t* element_find(const element_t* from, const std::string& path,
                                      bool required);
+
+/// @name With a path that was parsed before
+/// In the message stands the path as it would be written.
+/// @{
+KO_API element_t* element_find(document_t& doc, const xpath_t& path, bool required);
+KO_API element_t* element_find(element_t* from, const xpath_t& path, bool required);
+KO_API const element_t* element_find(const element_t* from, const xpath_t& path, bool required);
+/// @}
 
 } // namespace ko::lxml

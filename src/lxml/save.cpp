@@ -10,6 +10,7 @@
 #include "exception/exception.h"
 #include "lxml/lxml.h"
 #include "lxml/sink.h"
+#include "lxml/walk.h"
 #include "str/ascii.h"
 
 namespace ko::lxml {
@@ -54,44 +55,39 @@ struct layout_style_t {
 /// Elements below the one that is printed have no layout; callers rely on these bytes.
 constexpr layout_style_t plain = {0, false};
 
-/// An element whose children are being written.
-struct printing_t {
-    const element_t* e;
-    element_t::children_t::const_iterator next;
-};
-
 /// Writes one element with its subtree.
 class printer_t {
 public:
     printer_t(std::ostream& os, bool trim_texts) : out(os), trim(trim_texts) {}
 
     void print(const element_t& top, int parent_ns, layout_style_t style) {
-        enter(top, parent_ns, style);
-        while (!open.empty()) {
-            const element_t& parent = *open.back().e;
-            if (open.back().next == parent.children.end()) {
-                const layout_style_t own_style = open.size() == 1 ? style : plain;
-                put_indent(own_style);
-                put_end(parent, own_style);
-                open.pop_back();
-            } else {
-                enter(**open.back().next++, parent.ns, plain);
-            }
-        }
+        namespaces.push_back(parent_ns);
+        walk(
+            top, [&](const element_t& e) { return enter(e, is_outside() ? style : plain); },
+            [&](const element_t& e) {
+                namespaces.pop_back();
+                put_indent(is_outside() ? style : plain);
+                put_end(e, is_outside() ? style : plain);
+            });
         out.hand_over();
     }
 
 private:
     /// Writes an element but for its children and what follows them.
-    void enter(const element_t& e, int parent_ns, layout_style_t style) {
-        put_start(e, parent_ns, style);
+    /// @return whether there are any
+    bool enter(const element_t& e, layout_style_t style) {
+        put_start(e, namespaces.back(), style);
         if (e.children.empty()) {
             put_leaf(e, style);
-        } else {
-            put_text(e, style);
-            open.push_back({&e, e.children.begin()});
+            return false;
         }
+        put_text(e, style);
+        namespaces.push_back(e.ns);
+        return true;
     }
+
+    /// Whether no element is open.
+    bool is_outside() const { return namespaces.size() == 1; }
 
     /// Writes the start tag up to its closing bracket, with what stands before it.
     void put_start(const element_t& e, int parent_ns, layout_style_t style) {
@@ -236,7 +232,7 @@ private:
 
     sink_t out;
     const bool trim;
-    std::vector<printing_t> open;
+    std::vector<int> namespaces; ///< of what the next element stands in, outermost first
 
     const document_t* known_document = nullptr;
     int known_ns = 0;

@@ -89,10 +89,12 @@ public:
 
     void put(std::string_view text, const escapes_t& escapes) {
         while (escapes_t::room(text.size()) > size - used) {
-            hand_over();
-            const std::size_t part = std::min(text.size(), size / escapes_t::room(1));
+            const std::size_t part = (size - used) / escapes_t::room(1);
             put_escaped(text.substr(0, part), escapes);
             text.remove_prefix(part);
+            if (size - used < escapes_t::room(64)) {
+                hand_over();
+            }
         }
         put_escaped(text, escapes);
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "expat_parser/expat_parser.h"
+#include "expat_parser/limits.h"
 #include "str/ascii.h"
 
 namespace ko::lxml {
@@ -124,7 +125,8 @@ bool is_xml_name(const std::string& text) {
 }
 
 bool is_namespace_name(const std::string& text) {
-    return !text.empty() && text != "http://www.w3.org/2000/xmlns/" && is_xml_text(text) &&
+    return !text.empty() && text.size() <= xml::namespace_name_max &&
+           text != "http://www.w3.org/2000/xmlns/" && is_xml_text(text) &&
            text.find('|') == std::string::npos && text[0] != '"';
 }
 

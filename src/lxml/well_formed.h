@@ -17,7 +17,7 @@ bool is_xml_text(std::string_view text);
 bool is_xml_name(const std::string& text);
 
 /// Whether `text` can be the name of a namespace that a document declares. The loader takes names
-/// apart at "|", and what begins with a double quote as a quoted text.
+/// apart at "|", and what begins with a double quote as a quoted text; it limits their length.
 bool is_namespace_name(const std::string& text);
 
 } // namespace ko::lxml

@@ -25,7 +25,11 @@ namespace ko::lxml {
 /// One evaluation of a path or of a part of one, which it borrows as it does the tree.
 class evaluation_t {
 public:
-    explicit evaluation_t(const xpath_t& path) : whole(add_path(path)) {}
+    explicit evaluation_t(const xpath_t& path) {
+        steps.reserve(path.steps.size() + usual_size);
+        levels.reserve(usual_size);
+        whole = add_path(path);
+    }
     explicit evaluation_t(const xnode_t& step) : whole(add_step(&step.name, &step.filter)) {}
     explicit evaluation_t(const xname_t& name) : whole(add_step(&name, nullptr)) {}
     explicit evaluation_t(const xfilter_t& filter) : whole(add_step(nullptr, &filter)) {}
@@ -105,9 +109,12 @@ private:
     /// Whether a filter is nothing but an attribute test, which needs no search.
     bool asks_for_attribute(const step_t& step) const;
 
+    /// Few paths have more steps or filters.
+    static constexpr std::size_t usual_size = 4;
+
     std::vector<step_t> steps;
     std::vector<level_t> levels;
-    range_t whole;
+    range_t whole = {};
 };
 
 } // namespace ko::lxml

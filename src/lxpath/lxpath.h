@@ -22,25 +22,6 @@
 
 namespace ko::lxml {
 
-/// Marks the bytes that may stand in an unquoted name: A-Z, a-z, 0-9, "." and "_".
-extern KO_API const unsigned char acceptable[256];
-
-/// @name Reading a path
-/// `p` is a cursor into a zero-terminated text; null throws a `ko::exception_t`, "path is null".
-/// @{
-
-/// Consumes `c`, but never the zero at the end of the text.
-/// @throws ko::exception_t "parse error : expecting %c, got %c" when another character is next
-KO_API void assert_char(const char*& p, char c);
-/// Consumes `c` as `assert_char` does when it is next. @return whether it was
-KO_API bool check_char(const char*& p, char c);
-/// Whether `c` is next; consumes nothing.
-KO_API bool peek_char(const char*& p, char c);
-/// Reads a name: a double-quoted text, or the longest run of acceptable characters.
-/// @throws ko::exception_t when a quote is not closed
-KO_API void copy_str(const char*& p, std::string& out);
-/// @}
-
 /// A part of a path that selects nodes; it owns its own parts and borrows what it selects. Each
 /// object is used by one thread at a time. After an exception from reading it can be read again.
 class KO_API xbase_t {
@@ -58,7 +39,25 @@ public:
     void multi_matches(const std::list<node_t*>& in, std::list<node_t*>& out) const;
 };
 
-class xpath_t;
+class xnode_t;
+
+/// A whole path: a sequence of steps. Parsed once, it can be used on any document.
+class KO_API xpath_t : public xbase_t {
+public:
+    xpath_t();
+    ~xpath_t() override;
+
+    void matches(node_t* context, std::list<node_t*>& out) const override;
+    /// Reads the path at `s`. @return the position after it
+    const char* _parse(const char* s);
+    /// Reads a whole path.
+    /// @throws ko::exception_t "parse error : expecting %c, got %c" (the text ends at a character
+    ///         that is the zero at the end), "path filters nested more than 200 levels deep", or
+    ///         "path is null"
+    void parse(const char* s);
+
+    std::list<std::unique_ptr<xnode_t>> steps; ///< in written order
+};
 
 /// One name test.
 class KO_API xname_t : public xbase_t {
@@ -104,22 +103,23 @@ public:
     xfilter_t filter; ///< what the nodes must have
 };
 
-/// A whole path: a sequence of steps. Parsed once, it can be used on any document.
-class KO_API xpath_t : public xbase_t {
-public:
-    xpath_t();
-    ~xpath_t() override;
+/// Marks the bytes that may stand in an unquoted name: A-Z, a-z, 0-9, "." and "_".
+extern KO_API const unsigned char acceptable[256];
 
-    void matches(node_t* context, std::list<node_t*>& out) const override;
-    /// Reads the path at `s`. @return the position after it
-    const char* _parse(const char* s);
-    /// Reads a whole path.
-    /// @throws ko::exception_t "parse error : expecting %c, got %c" (the text ends at a character
-    ///         that is the zero at the end), "path filters nested more than 200 levels deep", or
-    ///         "path is null"
-    void parse(const char* s);
+/// @name Reading a path
+/// `p` is a cursor into a zero-terminated text; null throws a `ko::exception_t`, "path is null".
+/// @{
 
-    std::list<std::unique_ptr<xnode_t>> steps; ///< in written order
-};
+/// Consumes `c`, but never the zero at the end of the text.
+/// @throws ko::exception_t "parse error : expecting %c, got %c" when another character is next
+KO_API void assert_char(const char*& p, char c);
+/// Consumes `c` as `assert_char` does when it is next. @return whether it was
+KO_API bool check_char(const char*& p, char c);
+/// Whether `c` is next; consumes nothing.
+KO_API bool peek_char(const char*& p, char c);
+/// Reads a name: a double-quoted text, or the longest run of acceptable characters.
+/// @throws ko::exception_t when a quote is not closed
+KO_API void copy_str(const char*& p, std::string& out);
+/// @}
 
 } // namespace ko::lxml

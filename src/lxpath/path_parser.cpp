@@ -1,5 +1,7 @@
 #include "lxpath/path_parser.h"
 
+#include <algorithm>
+
 #include "exception/exception.h"
 
 namespace ko::lxml {
@@ -42,6 +44,23 @@ void copy_quoted(const char*& p, std::string& out) {
     }
     out.assign(begin, p);
     assert_char(p, '"');
+}
+
+/// One part of a name, in quotes where it needs them.
+std::string part_text(const std::string& part, bool quoted) {
+    const auto is_acceptable = [](char c) {
+        return acceptable[static_cast<unsigned char>(c)] != 0;
+    };
+    quoted = quoted || !std::all_of(part.begin(), part.end(), is_acceptable);
+    return quoted ? "\"" + part + "\"" : part;
+}
+
+std::string name_text(const xname_t& name) {
+    const std::string kind = name.kind ? "@" : "";
+    if (name.ns.empty()) {
+        return kind + part_text(name.name, name.quoted);
+    }
+    return kind + part_text(name.ns, name.quoted) + ":" + part_text(name.name, false);
 }
 
 } // namespace
@@ -131,6 +150,19 @@ void path_parser_t::filter_body(xfilter_t& out) {
         copy_quoted(p, out.value);
     }
     assert_char(p, ']');
+}
+
+std::string path_text(const xpath_t& path) {
+    std::string text;
+    for (const auto& step : path.steps) {
+        text += (text.empty() ? "" : "/") + name_text(step->name);
+        const xfilter_t& filter = step->filter;
+        if (filter.predicate != nullptr) {
+            const std::string value = filter.value.empty() ? "" : "=\"" + filter.value + "\"";
+            text += "[" + path_text(*filter.predicate) + value + "]";
+        }
+    }
+    return text;
 }
 // NOLINTEND(misc-no-recursion)
 

@@ -34,4 +34,7 @@ private:
     unsigned depth = 0; ///< filters that are open
 };
 
+/// A path as it would be written: reading the text gives the same path, where one can.
+std::string path_text(const xpath_t& path);
+
 } // namespace ko::lxml

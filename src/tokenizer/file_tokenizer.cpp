@@ -14,13 +14,13 @@ struct file_closer_t {
 
 using file_ptr_t = std::unique_ptr<std::FILE, file_closer_t>;
 
-/// The bytes of a file; none when it cannot be opened, and those before the place where reading
-/// fails.
-std::string file_text_get(const std::string& path) {
-    std::string text;
+/// Reads the bytes of a file: none when it cannot be opened, and those before the place where
+/// reading fails.
+/// @return whether all were read
+bool file_text_get(const std::string& path, std::string& text) {
     const file_ptr_t file(std::fopen(path.c_str(), "rb"));
     if (!file) {
-        return text;
+        return false;
     }
     char buffer[4096];
     std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get());
@@ -28,25 +28,37 @@ std::string file_text_get(const std::string& path) {
         text.append(buffer, count);
         count = std::fread(buffer, 1, sizeof buffer, file.get());
     }
-    return text;
+    return std::ferror(file.get()) == 0;
+}
+
+/// What the C library still held of the file is written when it is closed.
+bool file_text_set(const char* path, const std::string& text) {
+    file_ptr_t file(std::fopen(path, "wb"));
+    if (!file) {
+        return false;
+    }
+    const bool is_written = std::fwrite(text.data(), 1, text.size(), file.get()) == text.size();
+    return std::fclose(file.release()) == 0 && is_written;
 }
 
 } // namespace
 
-void file_tokenizer_t::load(const char* path) {
+bool file_tokenizer_t::load(const char* path) {
     if (path == nullptr) {
         throw exception_t("ko::file_tokenizer_t::load() -- path is null");
     }
     file_name = path;
-    std::string text = file_text_get(file_name);
+    std::string text;
+    const bool is_read = file_text_get(file_name, text);
     // An unterminated quote takes in the line feed after the last line, which may be missing.
     if (!text.empty() && text.back() != '\n') {
         text.push_back('\n');
     }
     tokenize(text, "\n");
+    return is_read;
 }
 
-void file_tokenizer_t::save_as(const char* path) {
+bool file_tokenizer_t::save_as(const char* path) {
     if (path == nullptr) {
         throw exception_t("ko::file_tokenizer_t::save_as() -- path is null");
     }
@@ -54,13 +66,11 @@ void file_tokenizer_t::save_as(const char* path) {
     for (const std::string& token : *this) {
         text.append(token).push_back('\n');
     }
-    if (const file_ptr_t file{std::fopen(path, "wb")}) {
-        std::fwrite(text.data(), 1, text.size(), file.get());
-    }
+    return file_text_set(path, text);
 }
 
-void file_tokenizer_t::save() {
-    save_as(file_name.c_str());
+bool file_tokenizer_t::save() {
+    return save_as(file_name.c_str());
 }
 
 } // namespace ko

@@ -48,8 +48,10 @@ public:
 
 /// The non-empty lines of a text file.
 ///
-/// No error is raised for a file that cannot be read or written. It is closed again before a call
-/// returns or throws. A `load` that throws leaves the tokens as they were.
+/// No exception is thrown for a file that cannot be read or written; the results tell. It is
+/// closed again before a call returns or throws. A `load` that throws leaves the tokens as they
+/// were.
+/// @warning `save` after a `load` that failed writes what is there, which may be nothing.
 class KO_API file_tokenizer_t : public tokenizer_t {
 public:
     /// Replaces the tokens by the non-empty lines of the file at `path` and remembers `path`.
@@ -57,17 +59,21 @@ public:
     /// The quote rule of `tokenize` holds: a line that begins with a double quote runs to the
     /// next double quote, which may lie on a later line. A file that cannot be opened gives no
     /// tokens, neither does a folder.
+    /// @return false when the file could not be opened, or not be read to its end; the tokens are
+    ///         those of what was read
     /// @throws ko::exception_t when `path` is null
-    void load(const char* path);
+    bool load(const char* path);
 
     /// Writes every token and a line feed after it to the file at `path`, which is created or
     /// truncated. A file that cannot be opened is left alone. Tokens are not quoted: one with a
     /// line feed in it is loaded again as several.
+    /// @return false when the file could not be opened, or not be written to its end
     /// @throws ko::exception_t when `path` is null
-    void save_as(const char* path);
+    bool save_as(const char* path);
 
     /// `save_as` to the path given to the last `load`; without one, nothing is written.
-    void save();
+    /// @return as `save_as`
+    bool save();
 
 private:
     friend struct ko::layout_t;

@@ -21,12 +21,6 @@ template <class B> block_ptr_t block_begin(const site_t& site) {
 class loop_t : public block_t {
 protected:
     using block_t::block_t;
-
-    /// Counts a pass.
-    bool pass() const {
-        site.run.pass_count();
-        return true;
-    }
     /// A variable with its value now, where there is one of that name.
     std::string value_shown(const std::string& name, const std::string& otherwise) const {
         return variables().find(name) ? name + " = " + variables().get(name).string_get(false, 0)
@@ -59,7 +53,11 @@ protected:
 
 private:
     bool holds() const {
-        return site.run.evaluate_bool(expression_of(names().condition, condition)) && pass();
+        const bool result = site.run.evaluate_bool(expression_of(names().condition, condition));
+        if (result) {
+            site.run.pass_count();
+        }
+        return result;
     }
 
     std::string condition;
@@ -79,7 +77,10 @@ public:
         value = site.run.evaluate_int(first);
         last = site.run.evaluate_int(final);
         running = value <= last;
-        return running && assign();
+        if (running) {
+            assign();
+        }
+        return running;
     }
 
     bool again() override {
@@ -87,7 +88,8 @@ public:
             return false;
         }
         ++value;
-        return assign();
+        assign();
+        return true;
     }
 
 protected:
@@ -96,9 +98,9 @@ protected:
     }
 
 private:
-    bool assign() const {
+    void assign() const {
         variables().assign(index, value);
-        return pass();
+        site.run.pass_count();
     }
 
     std::string index;
@@ -228,7 +230,8 @@ public:
         site.run.state.expressions.assign(index, piece);
         assigned = true;
         position = comma + 1;
-        return pass();
+        site.run.pass_count();
+        return true;
     }
 
     /// Writes one line to standard output.
@@ -283,21 +286,18 @@ private:
 };
 
 block_ptr_t include_begin(const site_t& site) {
-    return (site.run.flags & preprocessor_t::process_include) != 0 ? block_begin<include_t>(site)
-                                                                   : nullptr;
+    return (site.run.flags & flag_process_include) != 0 ? block_begin<include_t>(site) : nullptr;
 }
 
 /// "pragma": one pass under other flags. The destructor restores the flags.
 class pragma_t : public block_t {
 public:
     explicit pragma_t(const site_t& where) : block_t(where), saved_flags(where.run.flags) {}
-    pragma_t(const pragma_t&) = delete;
-    pragma_t& operator=(const pragma_t&) = delete;
     ~pragma_t() override { site.run.flags = saved_flags; }
 
     bool start() override {
-        flag_read("include_comments", preprocessor_t::include_comments);
-        flag_read("process_include", preprocessor_t::process_include);
+        flag_read("include_comments", flag_include_comments);
+        flag_read("process_include", flag_process_include);
         return true;
     }
 

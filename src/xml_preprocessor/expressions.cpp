@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "exception/diagnosis.h"
+#include "algebra/context.h"
 #include "exception/exception.h"
 #include "str/str.h"
 
@@ -22,6 +22,27 @@ bool is_part_of_name(char c) {
 bool is_name(const std::string& text) {
     return std::all_of(text.begin(), text.end(), is_part_of_name);
 }
+
+/// Writes the line of an expression that failed, as `algebra_t::evaluate_safe` does.
+void failure_tell(alg::algebra_t& algebra, const std::string& text) noexcept {
+    try {
+        alg::context_of(algebra).line_write("Caught exception in expression : " + text);
+    } catch (...) {
+        // No memory for the line, which is left out then.
+    }
+}
+
+/// Counts an evaluation for as long as it lives.
+class count_t {
+public:
+    explicit count_t(unsigned& counter) : count(counter) { ++count; }
+    count_t(const count_t&) = delete;
+    count_t& operator=(const count_t&) = delete;
+    ~count_t() { --count; }
+
+private:
+    unsigned& count;
+};
 
 /// Reads a decimal integer of up to nine digits, which is no other kind of literal.
 bool integer_read(const std::string& text, int& value) {
@@ -53,13 +74,12 @@ alg::result_t expressions_t::evaluate(const std::string& text) {
     if (program == nullptr) {
         throw exception_t(algebra.parse_error_get());
     }
-    return algebra.evaluate(*program);
+    return run(*program);
 }
 
 bool expressions_t::evaluate_safe(const std::string& text, std::string& value,
                                   std::string& message) {
     alg::list_t own;
-    alg::result_t result;
     try {
         const alg::list_t* const program = program_get(text, own);
         if (program == nullptr) {
@@ -67,14 +87,13 @@ bool expressions_t::evaluate_safe(const std::string& text, std::string& value,
                 str::all_whitespace(text) ? "expression is blank" : algebra.parse_error_get();
             return false;
         }
-        result = algebra.evaluate(*program);
+        value = run(*program).string_get(false, 0);
+        return true;
     } catch (const exception_t& failure) {
-        diagnose("Caught exception in expression : ", text);
+        failure_tell(algebra, text);
         message = failure.what();
         return false;
     }
-    value = result.string_get(false, 0);
-    return true;
 }
 
 void expressions_t::assign(const std::string& name, const std::string& piece) {
@@ -95,10 +114,34 @@ alg::algebra_t& expressions_t::algebra_get() {
     return algebra;
 }
 
+alg::result_t expressions_t::run(const alg::list_t& program) {
+    const count_t count(running);
+    return algebra.evaluate(program);
+}
+
+void expressions_t::environment_check() {
+    const alg::context_t& state = alg::context_of(algebra);
+    const environment_t now = {state.functions.identity_get(),
+                               state.functions.scripts_get()->identity_get(),
+                               state.macros.identity_get(), state.numeric_only ? 1U : 0U};
+    if (now != environment) {
+        programs_drop();
+        environment = now;
+    }
+}
+
+void expressions_t::programs_drop() {
+    programs.clear();
+    kept_bytes = 0;
+}
+
 /// The program of a text, kept or in `own`; null where it does not parse.
 const alg::list_t* expressions_t::program_get(const std::string& text, alg::list_t& own) {
-    if (shared || text.size() > bytes_max) {
+    if (running != 0 || text.size() > bytes_max) {
         return algebra.parse(text, own) ? &own : nullptr;
+    }
+    if (shared) {
+        environment_check();
     }
     const auto known = programs.find(text);
     return known != programs.end() ? &known->second : program_keep(text);
@@ -106,8 +149,7 @@ const alg::list_t* expressions_t::program_get(const std::string& text, alg::list
 
 const alg::list_t* expressions_t::program_keep(const std::string& text) {
     if (programs.size() >= programs_max || kept_bytes + text.size() > bytes_max) {
-        programs.clear();
-        kept_bytes = 0;
+        programs_drop();
     }
     const auto entry = programs.try_emplace(text).first;
     try {

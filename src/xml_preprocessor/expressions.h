@@ -3,12 +3,18 @@
 ///
 /// An expression in a loop is evaluated again and again, and parsing it takes longer than
 /// evaluating it. So the programs of the last texts are kept by text. A program depends on the
-/// functions and macros of the evaluator. These change only through `algebra_get`, after which
-/// nothing is kept any more. What is kept is bounded in number and size, and is dropped as a
-/// whole where a new text finds no room.
+/// functions and macros of the evaluator: its environment. That changes only through
+/// `algebra_get`, and when it has changed, all programs are dropped. What is kept is bounded in
+/// number and size, and is dropped as a whole where a new text finds no room. While a kept
+/// program runs, nothing is kept or dropped: a host function may evaluate meanwhile.
+///
+/// Lists of numbers are assigned without parsing, once a number has been assigned to the same
+/// name by the evaluator: the name then is that of a variable.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 
@@ -42,14 +48,21 @@ public:
     alg::algebra_t& algebra_get();
 
 private:
+    using environment_t = std::array<std::uint64_t, 4>;
+
+    alg::result_t run(const alg::list_t& program);
+    void environment_check();
+    void programs_drop();
     const alg::list_t* program_get(const std::string& text, alg::list_t& own);
     const alg::list_t* program_keep(const std::string& text);
 
     alg::algebra_t algebra;
     std::unordered_map<std::string, alg::list_t> programs;
-    std::size_t kept_bytes = 0; ///< length of all texts in `programs`
-    std::string variable;       ///< a name that numbers can be assigned to
-    bool shared = false;        ///< whether a host may change the evaluator
+    std::size_t kept_bytes = 0;     ///< length of all texts in `programs`
+    std::string variable;           ///< a name that numbers can be assigned to
+    unsigned running = 0;           ///< evaluations in progress
+    bool shared = false;            ///< whether a host may change the evaluator
+    environment_t environment = {}; ///< that `programs` were parsed in
 };
 
 } // namespace ko::xpp

@@ -18,7 +18,7 @@ place_t place_of(const lxml::element_t& element) {
     return place;
 }
 
-run_t::run_t(preprocessor_t::imp_t& preprocessor, const lxml::element_t& source, int requested)
+run_t::run_t(state_t& preprocessor, const lxml::element_t& source, int requested)
     : state(preprocessor), flags(requested), limits(preprocessor.limits), outer(preprocessor.run),
       known(state.cache_keywords), atoms(*source.atoms),
       positions(source.document->position_get(&source) != nullptr) {

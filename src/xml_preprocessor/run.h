@@ -6,9 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "xml_preprocessor/preprocessor_imp.h"
+#include "xml_preprocessor/state.h"
 
 namespace ko::xpp {
+
+/// The bits of `preprocessor_t::flags_e`.
+constexpr int flag_include_comments = 1;
+constexpr int flag_process_include = 2;
 
 /// The place of an element, without detail.
 place_t place_of(const lxml::element_t& element);
@@ -36,7 +40,7 @@ struct expression_t {
 /// called it thus leaves the outer one's untouched; only its nesting counts on.
 class run_t {
 public:
-    run_t(preprocessor_t::imp_t& preprocessor, const lxml::element_t& source, int requested);
+    run_t(state_t& preprocessor, const lxml::element_t& source, int requested);
     run_t(const run_t&) = delete;
     run_t& operator=(const run_t&) = delete;
     ~run_t();
@@ -92,7 +96,7 @@ public:
                              const lxml::element_t& directive);
     /// @}
 
-    preprocessor_t::imp_t& state;
+    state_t& state;
     int flags;
     const limits_t limits;
     const places_t* places = nullptr;

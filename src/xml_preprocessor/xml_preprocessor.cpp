@@ -16,6 +16,15 @@ const std::string default_xpp_uri = "kobase.org/xmlns/xmlpreprocessor";
 const std::string default_xpr_uri = "kobase.org/xmlns/xmlpreprocessor/expressionevaluator";
 // NOLINTEND(cert-err58-cpp)
 
+static_assert(preprocessor_t::include_comments == flag_include_comments);
+static_assert(preprocessor_t::process_include == flag_process_include);
+
+/// The state as the facade holds it.
+class preprocessor_t::imp_t : public state_t {
+public:
+    using state_t::state_t;
+};
+
 namespace {
 
 /// Assigns an integer of any type: an integer where it fits, else the nearest float.
@@ -35,7 +44,7 @@ void assign_integer(alg::algebra_t& algebra, const std::string& name, T value) {
 } // namespace
 
 preprocessor_t::preprocessor_t(lxml::document_t& output, file_cache_t* cache)
-    : imp(new imp_t(output, cache)) {}
+    : imp(new imp_t(output, cache, namespaces_t{default_xpp_uri, default_xpr_uri})) {}
 
 preprocessor_t::~preprocessor_t() {
     delete imp;

@@ -141,6 +141,8 @@ public:
     std::vector<place_t> trace_get() const;
     /// The files that the last `process` read, each once, in the order in which it first did.
     /// What a cache kept is not read.
+    // A copy: the next `process` changes the list.
+    // cppcheck-suppress returnByReference
     std::vector<std::string> files_get() const;
     /// Sets who is told what `process` does; null for nobody.
     void observer_set(observer_t* observer);
@@ -157,6 +159,7 @@ public:
     void resolver_set(resolver_t resolver);
     /// Sets the limits of each `process` that begins after it.
     void limits_set(const limits_t& limits);
+    // cppcheck-suppress returnByReference
     limits_t limits_get() const; ///< the limits in force
 
     /// The evaluator of all expressions: its variables, functions, macros and limits.

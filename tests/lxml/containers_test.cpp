@@ -152,8 +152,8 @@ TEST_F(containers, attributes_taken_out_belong_to_the_host) {
     }
     const std::unique_ptr<attribute_t> y(e.attribute_get("y"));
     EXPECT_EQ(e.attributes.erase(y.get()), 1u);
-    attribute_t* const x = *e.attributes.begin();
-    e.attributes.erase(e.attributes.begin());
+    attribute_t* const x = e.attribute_get("x");
+    e.attributes.erase(e.attributes.find(x));
     EXPECT_EQ(e.attributes.size(), 1u);
     other.root->attributes.insert(x);
     delete e.attribute_get("z");

@@ -298,4 +298,67 @@ TEST(element_find, throws_when_the_path_does_not_parse) {
         throws([&] { element_find(tree.doc, "a[", false); }, "parse error : expecting ], got "));
 }
 
+xpath_t& parse(xpath_t& path, const char* text) {
+    path.parse(text);
+    return path;
+}
+
+TEST(parsed_path, selects_as_its_text_does) {
+    loaded_t tree(numbered);
+    xpath_t path;
+    std::list<node_t*> nodes;
+    tree.doc.root->select_nodes(parse(path, "a/b[@id]"), nodes);
+    EXPECT_EQ(shown(nodes), "2 8");
+    EXPECT_EQ(tree.doc.root->select_single_node(path), nodes.front());
+    EXPECT_EQ(element_find(tree.doc, path, true), nodes.front());
+    EXPECT_EQ(element_find(tree.doc.root, path, true), nodes.front());
+    EXPECT_EQ(element_find(std::as_const(tree.doc.root), path, true), nodes.front());
+}
+
+TEST(parsed_path, that_selects_nothing_is_named_as_it_would_be_written) {
+    loaded_t tree(numbered);
+    for (const char* text :
+         {"x", "x[@y=\"1\"]/\"a-b\"", "\"urn:z\":x/@p:y", "p:\"-\"[q[\"r\"]]", "@\"x\"", "x/"}) {
+        xpath_t path;
+        const std::string message = "element '" + std::string(text) + "' not found in document";
+        EXPECT_EQ(element_find(tree.doc, parse(path, text), false), nullptr) << text;
+        EXPECT_TRUE(throws([&] { element_find(tree.doc, path, true); }, message)) << text;
+    }
+}
+
+TEST(parsed_path, finds_nothing_without_a_place_to_start) {
+    const element_t* const none = nullptr;
+    EXPECT_EQ(element_find(none, xpath_t(), false), nullptr);
+}
+
+/// A step of a host's own.
+class grandchildren_t : public xnode_t {
+public:
+    void matches(node_t* context, std::list<node_t*>& out) const override {
+        for (element_t* child : context->as_element()->children) {
+            out.insert(out.end(), child->children.begin(), child->children.end());
+        }
+    }
+};
+
+TEST(parsed_path, takes_steps_of_a_hosts_own) {
+    loaded_t tree(numbered);
+    xpath_t path;
+    path.steps.push_back(std::make_unique<grandchildren_t>());
+    std::list<node_t*> nodes;
+    tree.doc.root->select_nodes(path, nodes);
+    EXPECT_EQ(shown(nodes), "2 3 4 8");
+    EXPECT_EQ(tree.doc.root->select_single_node(path), nodes.front());
+}
+
+TEST(parsed_path, takes_filters_of_a_hosts_own) {
+    loaded_t tree(numbered);
+    xpath_t path;
+    parse(path, "a[x]");
+    path.steps.front()->filter.predicate->steps.front() = std::make_unique<grandchildren_t>();
+    std::list<node_t*> nodes;
+    tree.doc.root->select_nodes(path, nodes);
+    EXPECT_EQ(shown(nodes), "1 7");
+}
+
 } // namespace

@@ -196,4 +196,30 @@ TEST_F(file_tokenizer, refuses_a_null_path) {
     EXPECT_EQ(tokenizer, tokens_t{"a"});
 }
 
+TEST_F(file_tokenizer, tells_whether_a_file_was_read) {
+    EXPECT_TRUE(tokenizer.load(folder.write("file", "a\n").c_str()));
+    EXPECT_TRUE(tokenizer.load(folder.write("empty", "").c_str()));
+    EXPECT_FALSE(tokenizer.load(folder.path("missing").c_str()));
+}
+
+TEST_F(file_tokenizer, tells_an_error_of_reading_from_the_end_of_a_file) {
+    // A folder can be opened, and its first byte cannot be read.
+    EXPECT_FALSE(tokenizer.load(folder.path().c_str()));
+}
+
+TEST_F(file_tokenizer, tells_whether_a_file_was_written) {
+    loaded("a\n");
+    EXPECT_TRUE(tokenizer.save());
+    EXPECT_TRUE(tokenizer.save_as(folder.path("other").c_str()));
+    EXPECT_FALSE(tokenizer.save_as(folder.path("missing/file").c_str()));
+    EXPECT_FALSE(ko::file_tokenizer_t().save());
+}
+
+TEST_F(file_tokenizer, tells_that_a_device_is_full) {
+    for (const std::size_t size : {std::size_t(1), std::size_t(100000)}) {
+        tokenizer.assign(1, std::string(size, 'x'));
+        EXPECT_FALSE(tokenizer.save_as("/dev/full")) << size;
+    }
+}
+
 } // namespace

@@ -207,6 +207,24 @@ TEST_F(preprocessor_evaluator, counts_what_a_host_function_changes_while_a_loop_
         "<a a=\"1\" b=\"10\" /><a a=\"2\" b=\"20\" /><a a=\"3\" b=\"30\" />");
 }
 
+TEST_F(preprocessor_evaluator, may_be_used_by_a_host_function_while_it_evaluates) {
+    static preprocessor_t* by = nullptr;
+    by = &preprocessor;
+    preprocessor.algebra_get().define("more", [](ko::alg::algebra_t& a) {
+        std::string texts;
+        for (int i = 0; i < 3000; ++i) {
+            texts += "<x:evaluate expression='w=" + std::to_string(i) + "'/>";
+        }
+        ko::lxml::document_t inner;
+        inner.load_from_string(test::wrapped(texts));
+        by->process(inner.root, preprocessor_t::process_include);
+        a.macro_define("k", "2");
+        return a.get("w");
+    });
+    EXPECT_EQ(run("<x:repeat index='i' first='1' last='2'><a e:n='more()+1'/></x:repeat>"),
+              "<a n=\"3000\" /><a n=\"3000\" />");
+}
+
 TEST_F(preprocessor_evaluator, evaluates_more_texts_than_are_kept) {
     EXPECT_EQ(run("<x:evaluate expression='sum=0'/>"), "");
     std::string content;

@@ -44,9 +44,9 @@ TEST_F(specify, reads_numbers_as_the_evaluator_does) {
 }
 
 TEST_F(specify, fails_where_nothing_can_be_assigned_to_the_index) {
-    EXPECT_EQ(lines("<x:specify index='floor' values='1,2'/>",
-                    "external function %s -- not enough arguments"),
-              "Caught exception in specify : none\n");
+    EXPECT_EQ(
+        lines("<x:specify index='floor' values='1,2'/>", "external function %s -- parse error"),
+        "Caught exception in specify : none\n");
 }
 
 TEST_F(specify, assigns_numbers_to_what_a_macro_says) {

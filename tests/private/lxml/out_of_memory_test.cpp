@@ -70,6 +70,14 @@ TEST_F(out_of_memory, while_printing_is_reported) {
     EXPECT_TRUE(out.good());
 }
 
+TEST_F(out_of_memory, while_writing_is_reported) {
+    sink_t sink;
+    std::ostream out(&sink);
+    root->append(tree.doc.element_create("\xC3\xA9", ""))->attribute_set_ns("x", "urn:y", "");
+    EXPECT_GT(fail_each("write", [&] { tree.doc.write(out, {true, 2}); }), 5);
+    EXPECT_TRUE(out.good());
+}
+
 TEST_F(out_of_memory, while_building_a_tree_keeps_it_whole) {
     const std::string name = "a name that is too long for a short string";
     EXPECT_GT(fail_each("element_create and append",
@@ -96,6 +104,9 @@ TEST_F(out_of_memory, while_selecting_is_reported) {
               0);
     EXPECT_GT(fail_each("select_nodes", [this] { root->select_nodes("b[c]", nodes); }), 0);
     EXPECT_GT(fail_each("element_find", [this] { element_find(root, "b[c]", true); }), 0);
+    xpath_t parsed;
+    parsed.parse("b[c]");
+    EXPECT_GT(fail_each("select_nodes, parsed", [&] { root->select_nodes(parsed, nodes); }), 0);
 }
 
 TEST_F(out_of_memory, while_interning_changes_nothing) {

@@ -10,6 +10,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "exception/exception.h"
@@ -17,6 +18,7 @@
 #include "lxml/lxml.h"
 #include "lxml/prefixes.h"
 #include "lxml/sink.h"
+#include "lxml/walk.h"
 #include "lxml/well_formed.h"
 #include "str/str.h"
 
@@ -144,43 +146,27 @@ private:
     atom_set_t namespaces; ///< those found good
 };
 
-/// An element whose children are being examined.
-struct examining_t {
-    const element_t* e;
-    element_t::children_t::const_iterator next;
-};
-
 /// The first walk.
 void examine_tree(const document_t& document, examiner_t& examiner) {
-    std::vector<examining_t> open;
+    std::size_t depth = 0;
     const auto enter = [&](const element_t& e) {
         if (e.document != &document) {
             throw exception_t(std::string("elements cannot span documents"));
         }
         // No tree is deeper than it has elements.
-        if (open.size() == document.elements.size()) {
+        if (depth++ == document.elements.size()) {
             refuse("an element that holds itself,", e.name_get());
         }
         examiner.examine(e);
-        open.push_back({&e, e.children.begin()});
+        return true;
     };
-    enter(*document.root);
-    while (!open.empty()) {
-        examining_t& level = open.back();
-        if (level.next == level.e->children.end()) {
-            open.pop_back();
-        } else {
-            enter(**level.next++);
-        }
-    }
+    walk(std::as_const(*document.root), enter, [&](const element_t&) { --depth; });
 }
 
-/// An element whose children are being written.
-struct writing_t {
-    const element_t* e;
-    element_t::children_t::const_iterator next;
+/// What the children of an element are written in.
+struct inside_t {
     int default_ns;   ///< what names without a prefix are in
-    bool is_laid_out; ///< the children stand on lines of their own
+    bool is_laid_out; ///< they stand on lines of their own
 };
 
 /// The second walk.
@@ -200,20 +186,15 @@ public:
     }
 
     void put_tree() {
-        enter(*document.root, 0, indent >= 0);
-        while (!open.empty()) {
-            writing_t& level = open.back();
-            if (level.next == level.e->children.end()) {
-                const writing_t ended = level;
-                open.pop_back();
-                put_line_break(ended.is_laid_out);
-                put_end(*ended.e);
-                continue;
-            }
-            const element_t& child = **level.next++;
-            put_line_break(level.is_laid_out);
-            enter(child, level.default_ns, level.is_laid_out);
-        }
+        const auto enter = [this](const element_t& e) {
+            return put_head(e);
+        };
+        walk(std::as_const(*document.root), enter, [this](const element_t& e) {
+            const bool is_laid_out = open.back().is_laid_out;
+            open.pop_back();
+            put_line_break(is_laid_out);
+            put_end(e);
+        });
         if (indent >= 0) {
             out.put('\n');
         }
@@ -221,13 +202,16 @@ public:
 
 private:
     /// Writes an element up to its children, or the whole of one without.
-    void enter(const element_t& e, int default_ns, bool may_lay_out) {
-        const bool is_laid_out = may_lay_out && can_lay_out(e);
+    /// @return whether there are any
+    bool put_head(const element_t& e) {
+        const inside_t around = open.empty() ? inside_t{0, indent >= 0} : open.back();
+        const bool is_laid_out = around.is_laid_out && can_lay_out(e);
         const bool is_empty = e.text.empty() && e.cdata.empty() && e.children.empty();
-        default_ns = put_start(e, default_ns);
+        put_line_break(!open.empty() && around.is_laid_out);
+        const int default_ns = put_start(e, around.default_ns);
         out.put(is_empty ? "/>" : ">");
         if (is_empty) {
-            return;
+            return false;
         }
         if (!is_laid_out) {
             out.put(e.text, text_escapes);
@@ -235,9 +219,10 @@ private:
         }
         if (e.children.empty()) {
             put_end(e);
-        } else {
-            open.push_back({&e, e.children.begin(), default_ns, is_laid_out});
+            return false;
         }
+        open.push_back({default_ns, is_laid_out});
+        return true;
     }
 
     /// @return the default namespace inside the element
@@ -327,7 +312,7 @@ private:
     const int indent;
     const int xml_ns;     ///< -1 when the document does not know it
     const int space_name; ///< -1 when the document does not know it
-    std::vector<writing_t> open;
+    std::vector<inside_t> open;
 };
 
 } // namespace

@@ -1,17 +1,17 @@
-#include "xml_preprocessor/preprocessor_imp.h"
+#include "xml_preprocessor/state.h"
 
 #include <utility>
 
 namespace ko::xpp {
 
-preprocessor_t::imp_t::imp_t(lxml::document_t& output, file_cache_t* cache)
-    : includes(cache), document(output), namespaces{default_xpp_uri, default_xpr_uri} {
+state_t::state_t(lxml::document_t& output, file_cache_t* cache, const namespaces_t& names)
+    : includes(cache), document(output), namespaces(names) {
     if (cache != nullptr) {
         cache_keywords = std::make_shared<keywords_t>(&cache->atom_table_get(), namespaces);
     }
 }
 
-preprocessor_t::imp_t::~imp_t() {
+state_t::~state_t() {
     for (auto& entry : plugins) {
         const bool registered_before = owned_plugins.erase(entry.second) == 0;
         if (registered_before) {
@@ -20,7 +20,7 @@ preprocessor_t::imp_t::~imp_t() {
     }
 }
 
-void preprocessor_t::imp_t::namespaces_set(const std::string& xpp, const std::string& xpr) {
+void state_t::namespaces_set(const std::string& xpp, const std::string& xpr) {
     namespaces_t next{xpp, xpr, namespaces.changes + 1};
     std::swap(namespaces, next);
     if (cache_keywords != nullptr) {
@@ -28,7 +28,7 @@ void preprocessor_t::imp_t::namespaces_set(const std::string& xpp, const std::st
     }
 }
 
-void preprocessor_t::imp_t::plugin_add(const std::string& name, plugin_t* plugin) {
+void state_t::plugin_add(const std::string& name, plugin_t* plugin) {
     owned_plugins.insert(plugin);
     plugins[name] = plugin;
 }

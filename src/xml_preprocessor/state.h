@@ -10,19 +10,27 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "xml_preprocessor/del_second_map.h"
 #include "xml_preprocessor/expressions.h"
 #include "xml_preprocessor/includes.h"
 #include "xml_preprocessor/keywords.h"
-#include "xml_preprocessor/xml_preprocessor.h"
+#include "xml_preprocessor/limits.h"
+#include "xml_preprocessor/observer.h"
+#include "xml_preprocessor/plugin.h"
 
 namespace ko::xpp {
 
 class run_t;
+
+/// `preprocessor_t::resolver_t`.
+using include_resolver_t =
+    std::function<std::string(const std::string& file, const lxml::element_t& directive)>;
 
 /// What a "define" remembers: the directive, borrowed, and the keywords of its table.
 struct definition_t {
@@ -31,12 +39,12 @@ struct definition_t {
 };
 
 /// What outlives a call of `process`. Ownership is that of `preprocessor_t`.
-class preprocessor_t::imp_t {
+class state_t {
 public:
-    imp_t(lxml::document_t& output, file_cache_t* cache);
-    imp_t(const imp_t&) = delete;
-    imp_t& operator=(const imp_t&) = delete;
-    ~imp_t();
+    state_t(lxml::document_t& output, file_cache_t* cache, const namespaces_t& names);
+    state_t(const state_t&) = delete;
+    state_t& operator=(const state_t&) = delete;
+    ~state_t();
 
     void namespaces_set(const std::string& xpp, const std::string& xpr);
     void plugin_add(const std::string& name, plugin_t* plugin);
@@ -49,7 +57,7 @@ public:
     std::map<std::string, definition_t> defines;
     limits_t limits;
     observer_t* observer = nullptr;
-    resolver_t resolver;
+    include_resolver_t resolver;
 
     namespaces_t namespaces;
     keywords_ptr_t cache_keywords; ///< of the cache's table; null without a cache
