@@ -204,6 +204,8 @@ KO_API const element_t* element_find(const element_t* from, const std::string& p
 /// @name With a path that was parsed before
 /// In the message stands the path as it would be written.
 /// @{
+
+/// The element, as with the text of a path.
 KO_API element_t* element_find(document_t& doc, const xpath_t& path, bool required);
 KO_API element_t* element_find(element_t* from, const xpath_t& path, bool required);
 KO_API const element_t* element_find(const element_t* from, const xpath_t& path, bool required);
