@@ -35,10 +35,18 @@ struct KO_API names_t {
 /// The expression evaluator: variables, functions, macros and one parsed program.
 ///
 /// It owns all of these. A copy is complete and independent. A host function may parse with the
-/// evaluator that calls it, assign to it and copy it, but not destroy it. An object
-/// is used by one thread at a time; two objects may be used by two threads, a copy and its source
-/// among them. After an exception an evaluator can be used and destroyed as before; variables
-/// that the failed expression had assigned keep their new values.
+/// evaluator that calls it, assign to it and copy it, but not destroy it. An object is used by
+/// one thread at a time; two objects may be used by two threads, a copy and its source among
+/// them. After an exception an evaluator can be used and destroyed as before; variables that the
+/// failed expression had assigned keep their new values.
+///
+/// @code
+/// alg::algebra_t algebra;
+/// algebra.assign("channels", 8);
+/// algebra.macro_define("db(factor)", "20 * log10(factor)");
+/// std::cout << algebra.evaluate("channels * 2 + 1") << '\n'; // (i) 17
+/// std::cout << algebra.evaluate("db(0.5)") << '\n';          // (f) -6.0206
+/// @endcode
 class KO_API algebra_t {
 public:
     class KO_LOCAL imp_t;
@@ -139,10 +147,15 @@ public:
     /// Defines a host function, or replaces the function of that name, built-in ones included.
     /// Programs parsed earlier keep the function they were parsed with.
     /// @{
+
+    /// Defines a function of a fixed number of arguments.
     void define(const std::string& name, function0_t function);
     void define(const std::string& name, function1_t function);
     void define(const std::string& name, function2_t function);
     void define(const std::string& name, function3_t function);
+    /// Defines a function that gets its arguments in a list.
+    /// @param name what calls it
+    /// @param function borrowed code
     /// @param count number of arguments that a call must have
     void define(const std::string& name, function_list_t function, int count);
     /// @param count_min least number of arguments that a call must have

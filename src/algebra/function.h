@@ -17,11 +17,12 @@ class algebra_t;
 /// @name Kinds of host function
 /// The first argument is the evaluator that makes the call.
 /// @{
-using function0_t = result_t (*)(algebra_t&);
-using function1_t = result_t (*)(algebra_t&, result_t);
-using function2_t = result_t (*)(algebra_t&, result_t, result_t);
-using function3_t = result_t (*)(algebra_t&, result_t, result_t, result_t);
-using function_list_t = result_t (*)(algebra_t&, std::vector<result_t>);
+using function0_t = result_t (*)(algebra_t&);                               ///< without arguments
+using function1_t = result_t (*)(algebra_t&, result_t);                     ///< with one
+using function2_t = result_t (*)(algebra_t&, result_t, result_t);           ///< with two
+using function3_t = result_t (*)(algebra_t&, result_t, result_t, result_t); ///< with three
+using function_list_t = result_t (*)(algebra_t&,
+                                     std::vector<result_t>); ///< with all of them in a list
 /// Anything that can be called, with state of its own: it is copied into the evaluator, into the
 /// programs that call it and into copies of the evaluator, all of which share one object.
 using host_function_t = std::function<result_t(algebra_t&, const std::vector<result_t>&)>;

@@ -35,6 +35,8 @@ public:
     /// An integer where 32 bits hold the value, otherwise the nearest float. A `long` has 32
     /// bits on the target; where it has more, the constructor above keeps the low ones.
     /// @{
+
+    /// An integer or, where 32 bits do not hold the value, the nearest float.
     result_t(unsigned value);
     result_t(unsigned long value);
     result_t(long long value);
@@ -90,6 +92,8 @@ KO_API std::ostream& operator<<(std::ostream& out, const result_t& value);
 /// Throws `ko::exception_t` for an operand type that an operator does not take ("operator '*' --
 /// illegal type" and alike), "divide by zero" and "modulo by zero".
 /// @{
+
+/// What the language gives for this operator; see above.
 KO_API result_t operator!(const result_t& a);
 KO_API result_t operator-(const result_t& a);
 KO_API result_t operator+(const result_t& a);

@@ -68,6 +68,8 @@ public:
 
 /// @name Comparison of a token's text with a string
 /// @{
+
+/// Compares the spelling, the digits, the content or the name.
 KO_API bool operator==(const token_t& token, const std::string& text);
 KO_API bool operator==(const std::string& text, const token_t& token);
 KO_API bool operator!=(const token_t& token, const std::string& text);
@@ -78,6 +80,8 @@ KO_API bool operator!=(const std::string& text, const token_t& token);
 /// The greater token binds first: an unbound one before a bound one, then the deeper one, then
 /// the one of larger strength.
 /// @{
+
+/// Compares what the two have to be bound by.
 KO_API bool operator<(const token_t& a, const token_t& b);
 KO_API bool operator>(const token_t& a, const token_t& b);
 /// @}

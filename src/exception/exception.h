@@ -20,12 +20,13 @@ namespace ko {
 /// An object may be copied freely and is used by one thread at a time.
 ///
 /// @code
+/// lxml::document_t document;
 /// try {
-///     document.load("rack.xml");
-/// } catch (const ko::errorcode_t& e) { // reading XML
-///     std::cerr << e.what() << " (" << e.code_get() << ")\n";
-/// } catch (const ko::exception_t& e) { // everything else
-///     std::cerr << e.what() << '\n';
+///     document.load_raw("missing.xml");
+/// } catch (const errorcode_t& e) { // reading XML
+///     std::cout << e.what() << '\n'; // missing.xml: xml file open failure
+/// } catch (const exception_t& e) { // everything else
+///     std::cout << e.what() << '\n';
 /// }
 /// @endcode
 class KO_API exception_t : public std::exception {

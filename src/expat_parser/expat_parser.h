@@ -26,10 +26,21 @@ namespace ko::xml {
 /// A thread that is cancelled during `parse` unwinds while it waits for the file; the file is
 /// closed and the parser stays as used as after an error. In a callback and in `parse_buffer`
 /// a cancellation waits until they have returned.
+///
+/// @code
+/// struct counter_t : xml::expat_parser_t {
+///     counter_t() : expat_parser_t(false) {}
+///     void start_element(const std::string&, const attribute_map_t&) override { ++elements; }
+///     int elements = 0;
+/// } counter;
+/// counter.parse_buffer("<rack><amp/><amp/></rack>");
+/// std::cout << counter.elements << '\n'; // 3
+/// @endcode
 class KO_API expat_parser_t {
 public:
     /// Orders zero-terminated strings by `strcmp`.
     struct string_cmp_t {
+        /// Whether `a` comes before `b`.
         bool operator()(const char* a, const char* b) const { return std::strcmp(a, b) < 0; }
     };
 

@@ -30,8 +30,12 @@ struct attribute_key_t {
 /// Orders attributes by namespace atom and then by name atom: in the order in which their names
 /// first came up in the document, not alphabetically.
 struct attr_ptr_cmp_t {
-    using is_transparent = void;
+    using is_transparent = void; ///< sets can be searched by a key
 
+    /// @name Whether the first comes before the second
+    /// @{
+
+    /// By their atoms.
     bool operator()(const attribute_t* a, const attribute_t* b) const {
         return less(a->ns, a->name, b->ns, b->name);
     }
@@ -41,6 +45,7 @@ struct attr_ptr_cmp_t {
     bool operator()(const attribute_key_t& a, const attribute_t* b) const {
         return less(a.ns, a.name, b->ns, b->name);
     }
+    /// @}
 
 private:
     static bool less(int a_ns, int a_name, int b_ns, int b_name) {

@@ -28,6 +28,16 @@ class pool_t;
 /// as it was; elements made before the failure stay owned by the document. So do those of an
 /// earlier tree when another one is loaded. A thread that is cancelled while it waits for a file
 /// leaves the same, and no line on standard output.
+///
+/// @code
+/// lxml::document_t document;
+/// document.load_from_string("<rack><amp id='1'/></rack>");
+/// lxml::element_t* amp = document.element_create("amp", "");
+/// amp->attribute_set("id", "2");
+/// document.root->append(amp);
+/// document.save("rack.xml", true, true);
+/// std::cout << document.root->children.size() << '\n'; // 2
+/// @endcode
 class KO_API document_t {
 public:
     /// Every element of the document, by address.
@@ -125,9 +135,8 @@ public:
     /// without a prefix get one, such as "ns1". A layout that `options` ask for changes white
     /// space between elements and nothing else. The document, its atoms included, stays as it is.
     /// @param os where to; its errors stay in its state
-    /// @throws ko::exception_t before anything is written: "document_t::write() -- document has
-    /// no
-    ///         root", or "document_t::write() -- %s '%s' cannot be written as XML" where a name
+    /// @throws ko::exception_t before anything is written:
+    ///         "document_t::write() -- document has no root", or "document_t::write() -- %s '%s' cannot be written as XML" where a name
     ///         or a character is none of XML, CDATA holds a carriage return, `load` cannot take
     ///         a namespace name (it holds "|" or begins with a double quote), or an element holds
     ///         itself

@@ -32,6 +32,15 @@ struct attribute_text_t;
 /// `children_named` never do, so that several threads may use them, and the members, of a
 /// document that nobody changes. Where memory runs out, the tree stays whole: what was linked,
 /// set or freed before stays so.
+///
+/// @code
+/// lxml::document_t document;
+/// document.load_from_string("<rack><amp id='1' gain='-3'/><amp id='2'/></rack>");
+/// for (const lxml::element_t* amp : document.root->children) {
+///     std::cout << amp->attribute_get_value("gain", "0") << ' ';
+/// }
+/// std::cout << "dB" << '\n'; // -3 0 dB
+/// @endcode
 class KO_API element_t : public node_t {
 public:
     /// Children in document order.
@@ -188,13 +197,15 @@ private:
 KO_API element_t* element_find(document_t& doc, const std::string& path, bool required);
 /// The same below `from`.
 KO_API element_t* element_find(element_t* from, const std::string& path, bool required);
-/// @copydoc element_find(element_t*, const std::string&, bool)
+/// The same below a constant element.
 KO_API const element_t* element_find(const element_t* from, const std::string& path,
                                      bool required);
 
 /// @name With a path that was parsed before
 /// In the message stands the path as it would be written.
 /// @{
+
+/// The element, as with the text of a path.
 KO_API element_t* element_find(document_t& doc, const xpath_t& path, bool required);
 KO_API element_t* element_find(element_t* from, const xpath_t& path, bool required);
 KO_API const element_t* element_find(const element_t* from, const xpath_t& path, bool required);

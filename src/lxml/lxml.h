@@ -24,6 +24,7 @@ KO_API std::string xml_encode(const std::string& text);
 
 /// A line break that is written or not.
 struct conditional_endl_t {
+    /// @param is_on whether it is written
     explicit constexpr conditional_endl_t(bool is_on = false) : on(is_on) {}
 
     bool on; ///< true writes a newline and flushes, false nothing

@@ -39,6 +39,7 @@ public:
     int ns;              ///< atom of the namespace name; 0 for none
 
 protected:
+    /// @throws ko::exception_t when `table` is null
     node_t(atom_table_t* table, int name_id, int ns_id);
 };
 

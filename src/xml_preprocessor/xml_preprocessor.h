@@ -46,6 +46,17 @@ extern KO_API const std::string default_xpr_uri;
 /// make it do without an end of its own, nesting "insert" (10000 levels), "include" and "plugin"
 /// (200 levels) in themselves, ends in an exception; a "for" whose condition stays true does so
 /// only where `limits_set` limits the passes.
+///
+/// @code
+/// lxml::document_t source;
+/// source.load_from_string("<rack xmlns:x='kobase.org/xmlns/xmlpreprocessor'>"
+///                         "<x:repeat index='n' first='1' last='amps'><amp/></x:repeat></rack>");
+/// lxml::document_t output;
+/// xpp::preprocessor_t preprocessor(output, nullptr);
+/// preprocessor.insert_argument("amps", 2);
+/// output.root = preprocessor.process(source.root, xpp::preprocessor_t::process_include);
+/// std::cout << output.root->children.size() << '\n'; // 2
+/// @endcode
 class KO_API preprocessor_t {
 public:
     class KO_LOCAL imp_t;

@@ -21,6 +21,9 @@ function put_program(number, count,    i, behind, in_main) {
     for (i = 1; i <= behind; i++) {
         put(lines[i])
     }
+    if (!behind) {
+        put("#include <iostream>\n#include \"kobase.h\"")
+    }
     put("namespace sample_" number " {")
     put("#line " number + behind + 1 " \"" page "\"")
     for (i = behind + 1; i <= count; i++) {
