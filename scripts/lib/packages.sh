@@ -4,6 +4,13 @@
 # What scripts/check needs beyond the building of the library.
 check_packages=(clang clang-format clang-tidy cppcheck libbenchmark-dev shellcheck)
 
+# What the benchmarks need, and the libraries that scripts/bench compares with.
+# shellcheck disable=SC2034
+bench_packages=(libbenchmark-dev python3)
+# shellcheck disable=SC2034
+peer_packages=(libmuparser-dev liblua5.4-dev libluajit-5.1-dev libpugixml-dev libtinyxml2-dev
+    libxml2-dev libxslt1-dev)
+
 installed() {
     local status
     status=$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null) && [ "$status" = installed ]
@@ -102,14 +109,26 @@ need_fuzzer() {
     fi
 }
 
+# Usage: is_one_of PACKAGE VERSION...
+is_one_of() {
+    local package=$1 version
+    shift
+    for version in "$@"; do
+        if is_version "$package" "$version"; then
+            return 0
+        fi
+    done
+    return 1
+}
+
 # Says why scripts/check tells nothing here, if so: what is found differs between the versions of
-# the tools, and the sources are kept clean by those of Debian 12.
+# the tools, and the sources are kept clean by those of Debian 12 and 13.
 check_obstacle() {
     local missing
     mapfile -t missing < <(missing_packages "${check_packages[@]}")
     if [ ${#missing[@]} != 0 ]; then
         echo "missing packages: ${missing[*]}"
-    elif ! is_version clang-format 14 || ! is_version clang-tidy 14 || ! is_version cppcheck 2.10; then
-        echo "wants clang-format 14, clang-tidy 14 and cppcheck 2.10"
+    elif ! is_one_of clang-tidy 14 19 || ! is_one_of cppcheck 2.10 2.17; then
+        echo "wants clang-tidy 14 or 19 and cppcheck 2.10 or 2.17"
     fi
 }

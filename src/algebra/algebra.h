@@ -153,9 +153,9 @@ public:
     /// The stored value, created as the integer 0 when missing.
     ///
     /// The reference stays valid until a `memory_pop`, `memory_pop_diff`, `memory_copy`, an
-    /// assignment to the evaluator or its destruction. Until then a copy of the evaluator, which
-    /// every call of a script function makes, copies each variable; where no reference is out,
-    /// copies share them.
+    /// assignment to the evaluator or its destruction. Until then a copy of the evaluator copies
+    /// each variable; where no reference is out, copies share them. A script function makes such
+    /// a copy when a host function is called in it.
     result_t& operator[](const std::string& name);
     /// @}
 

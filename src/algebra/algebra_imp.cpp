@@ -54,11 +54,7 @@ void algebra_t::imp_t::copy(const imp_t& other) {
 /// A program to compile into.
 unit_t& algebra_t::imp_t::program_renew() {
     program_clear();
-    if (spare == nullptr) {
-        spare.reset(new unit_t);
-        spare->program = std::make_shared<program_t>();
-    }
-    program = std::move(spare);
+    program = spare == nullptr ? unit_make() : std::move(spare);
     return *program;
 }
 

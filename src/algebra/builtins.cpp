@@ -29,8 +29,8 @@ template <float (*function)(float)> result_t of_any(const builtin_call_t& call) 
 // Other functions of numbers.
 
 slot_t abs_of_number(const slot_t* a) {
-    return a->kind() == slot_t::real ? slot_t::of_float(std::fabs(a->number.real))
-                                     : slot_t::of_int(arm::absolute(a->number.integer));
+    return a->kind() == slot_t::real ? slot_t::of_float(std::fabs(a->float_view()))
+                                     : slot_t::of_int(arm::absolute(a->int_view()));
 }
 
 result_t abs_of(const builtin_call_t& call) {
@@ -40,7 +40,7 @@ result_t abs_of(const builtin_call_t& call) {
 
 bool is_less(const slot_t& a, const slot_t& b) {
     return a.kind() == slot_t::integer && b.kind() == slot_t::integer
-               ? a.number.integer < b.number.integer
+               ? a.int_view() < b.int_view()
                : a.float_of_number() < b.float_of_number();
 }
 

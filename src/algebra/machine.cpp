@@ -1,5 +1,6 @@
 #include "algebra/machine.h"
 
+#include <cmath>
 #include <optional>
 
 #include "algebra/arm_arithmetic.h"
@@ -9,16 +10,21 @@ namespace ko::alg {
 
 namespace {
 
-/// An arithmetic operator on numbers.
+/// An arithmetic operator on numbers. Floats are computed at once; one that is not a number is
+/// computed again, so that it becomes the one that ARM makes.
 /// @return false for anything else
-template <class I, class F>
-inline bool arithmetic(slot_t& out, const slot_t& a, const slot_t& b, I of_ints, F of_floats) {
-    if (((a.tag | b.tag) & slot_t::kinds) == slot_t::integer) {
-        out = slot_t::of_int(of_ints(a.number.integer, b.number.integer));
+template <class I, class F, class S>
+inline bool arithmetic(slot_t& out, const slot_t& a, const slot_t& b, I of_ints, F of_floats,
+                       S settled) {
+    if (slot_t::are_integers(a, b)) {
+        out = slot_t::of_int(of_ints(a.int_view(), b.int_view()));
         return true;
     }
-    if (a.is_number() && b.is_number()) {
-        out = slot_t::of_float(of_floats(a.float_of_number(), b.float_of_number()));
+    if (slot_t::are_numbers(a, b)) {
+        const float x = a.float_of_number();
+        const float y = b.float_of_number();
+        const float value = of_floats(x, y);
+        out = slot_t::of_float(std::isnan(value) ? settled(x, y) : value);
         return true;
     }
     return false;
@@ -26,11 +32,11 @@ inline bool arithmetic(slot_t& out, const slot_t& a, const slot_t& b, I of_ints,
 
 /// A comparison of numbers.
 template <class C> inline bool relation(slot_t& out, const slot_t& a, const slot_t& b, C holds) {
-    if (((a.tag | b.tag) & slot_t::kinds) == slot_t::integer) {
-        out = slot_t::of_int(holds(a.number.integer, b.number.integer) ? 1 : 0);
+    if (slot_t::are_integers(a, b)) {
+        out = slot_t::of_int(holds(a.int_view(), b.int_view()) ? 1 : 0);
         return true;
     }
-    if (a.is_number() && b.is_number()) {
+    if (slot_t::are_numbers(a, b)) {
         out = slot_t::of_int(holds(a.float_of_number(), b.float_of_number()) ? 1 : 0);
         return true;
     }
@@ -44,6 +50,7 @@ inline bool quotient(slot_t& out, const slot_t& a, const slot_t& b) {
     }
     return arithmetic(
         out, a, b, [](int x, int y) { return arm::divide(x, y); },
+        [](float x, float y) { return x / y; },
         [](float x, float y) { return arm::divide(x, y); });
 }
 
@@ -54,16 +61,19 @@ inline bool binary_of_numbers(opcode_e opcode, slot_t& out, const slot_t& a, con
     case opcode_e::multiply:
         return arithmetic(
             out, a, b, [](int x, int y) { return arm::multiply(x, y); },
+            [](float x, float y) { return x * y; },
             [](float x, float y) { return arm::multiply(x, y); });
     case opcode_e::divide:
         return quotient(out, a, b);
     case opcode_e::subtract:
         return arithmetic(
             out, a, b, [](int x, int y) { return arm::subtract(x, y); },
+            [](float x, float y) { return x - y; },
             [](float x, float y) { return arm::subtract(x, y); });
     case opcode_e::add:
         return arithmetic(
             out, a, b, [](int x, int y) { return arm::add(x, y); },
+            [](float x, float y) { return x + y; },
             [](float x, float y) { return arm::add(x, y); });
     case opcode_e::less:
         return relation(out, a, b, [](auto x, auto y) { return x < y; });
@@ -207,7 +217,7 @@ bool machine_t::leave(run_t& run) {
     }
     slot_t value = values.data()[--top];
     if (value.kind() == slot_t::borrowed) {
-        value = values.keep_copy(*value.value); // what it is borrowed from may go with the frame
+        value = values.keep_copy(value.value()); // what it is borrowed from may go with the frame
     }
     if (ended.kind == frame_e::assign) {
         context_t& state = *ended.state;
@@ -245,36 +255,33 @@ void machine_t::loop(run_t& run) {
     const instruction_t* at = pc;
     slot_t* slot = values.data() + top;
     const name_link_t* names = frame().unit->names.data();
-    const auto put = [&] {
+    const auto put = [&]() __attribute__((always_inline)) {
         top = static_cast<std::size_t>(slot - values.data());
         pc = at;
     };
-    const auto get = [&] {
+    const auto get = [&]() __attribute__((always_inline)) {
         at = pc;
         slot = values.data() + top;
         names = frame().unit->names.data();
     };
-    const auto operand = [&](operand_e kind, argument_t argument) -> slot_t {
-        switch (kind) {
-        case operand_e::stack:
-            return *--slot;
-        case operand_e::name: {
+    const auto operand = [&](operand_e kind, argument_t argument) __attribute__((always_inline))
+                             ->slot_t {
+        if (kind == operand_e::name) {
             const cell_t* const cell = names[argument.place].to_read;
-            if (cell != nullptr && cell->is_present) {
-                const slot_t value = slot_t::of_value(cell->value);
-                if (value.is_number()) {
-                    return value;
-                }
+            if (cell != nullptr && cell->is_present && slot_t::is_number(cell->value)) {
+                return slot_t::of_number(cell->value);
             }
             return load(argument.place);
         }
-        case operand_e::integer:
-            return slot_t::of_int(argument.integer);
-        case operand_e::real:
-            return slot_t::of_float(argument.real);
-        default:
-            return slot_t::of_value(frame().unit->program->texts[argument.place]);
+        if (kind == operand_e::stack) {
+            return *--slot;
         }
+        if (kind == operand_e::integer) {
+            return slot_t::of_int(argument.integer);
+        }
+        return kind == operand_e::real
+                   ? slot_t::of_float(argument.real)
+                   : slot_t::of_value(frame().unit->program->texts[argument.place]);
     };
     for (;;) {
         const instruction_t& step = *at++;

@@ -121,7 +121,14 @@ private:
     cell_t& cell_to_write(context_t& state, unit_t& unit, std::uint32_t place);
     void cell_set(cell_t& cell, slot_t value);
     void store(std::uint32_t place, const slot_t& value);
-    void names_check();
+    /// Forgets links to variables that are no longer good.
+    void names_check() {
+        unit_t& unit = *frame().unit;
+        const std::uint64_t now = frame().state->variables.generation_get();
+        if (unit.generation != now) {
+            unit.names_forget(now);
+        }
+    }
 
     // Operators on what is no pair of numbers (machine_values.cpp).
     slot_t unary_general(opcode_e opcode, const slot_t& a);

@@ -26,10 +26,15 @@ void machine_t::arguments_release(std::size_t count) {
 void machine_t::counts_check(const target_t& target, const char* kind, std::size_t found,
                              int least, int most) const {
     const int count = static_cast<int>(found);
-    if (count < least || count > most) {
-        throw exception_t("%s function %s -- %d arguments found, %d expected", kind,
-                          target.name.c_str(), count, count < least ? least : most);
+    if (count >= least && count <= most) {
+        return;
     }
+    if (least != most) {
+        throw exception_t("%s function %s -- %d arguments found, %d to %d expected", kind,
+                          target.name.c_str(), count, least, most);
+    }
+    throw exception_t("%s function %s -- %d arguments found, %d expected", kind,
+                      target.name.c_str(), count, most);
 }
 
 void machine_t::builtin_call(const instruction_t& instruction) {

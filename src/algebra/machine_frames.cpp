@@ -132,8 +132,7 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
 
 /// Compiles the body of a function as the frame on top sees it.
 unit_ptr_t machine_t::body_make(const function_t& function) {
-    unit_ptr_t unit(new unit_t);
-    unit->program = std::make_shared<program_t>();
+    unit_ptr_t unit = unit_make();
     program_t& program = *unit->program;
     for (const std::string& parameter : function.parameters) {
         std::uint32_t place = 0;
@@ -164,8 +163,7 @@ void machine_t::evaluate_call(const instruction_t& instruction) {
     const std::string& text =
         text_argument(argument, "algebra_t::evaluate_f() -- non-string argument to 'evaluate'");
     nesting_t::check(depth, base.drawn->limits, nested_e::evaluation, "evaluate");
-    unit_ptr_t unit(new unit_t);
-    unit->program = std::make_shared<program_t>();
+    unit_ptr_t unit = unit_make();
     lexer_settings_t settings;
     settings.budget = base.drawn;
     std::string error;
@@ -196,10 +194,10 @@ void machine_t::assign_call(const instruction_t& instruction) {
 /// A program that ends at once.
 unit_t& machine_t::idle_get() {
     if (idle == nullptr) {
-        idle.reset(new unit_t);
-        idle->program = std::make_shared<program_t>();
-        idle->program->code.push_back({opcode_e::end});
-        idle->program->stack_need = 1;
+        unit_ptr_t made = unit_make();
+        made->program->code.push_back({opcode_e::end});
+        made->program->stack_need = 1;
+        idle = std::move(made);
     }
     return *idle;
 }
@@ -222,8 +220,7 @@ void machine_t::assign(const std::string& name, const std::string& expression) {
 /// Begins the evaluation of a text, the value of which a variable gets. The outcome of the parse
 /// is ignored; callers rely on it.
 void machine_t::assign_begin(std::string name, const std::string& text) {
-    unit_ptr_t unit(new unit_t);
-    unit->program = std::make_shared<program_t>();
+    unit_ptr_t unit = unit_make();
     const frame_t& caller = frame();
     const unsigned depth = caller.depth;
     const bool is_bare = caller.is_bare;

@@ -6,14 +6,6 @@
 
 namespace ko::alg {
 
-void machine_t::names_check() {
-    unit_t& unit = *frame().unit;
-    const std::uint64_t now = frame().state->variables.generation_get();
-    if (unit.generation != now || unit.names.size() != unit.program->names.size()) {
-        unit.names_forget(now);
-    }
-}
-
 /// The value of a variable, where it is no plain number in a known cell.
 slot_t machine_t::load(std::uint32_t place) {
     const frame_t& running = frame();
@@ -57,8 +49,8 @@ void machine_t::cell_set(cell_t& cell, slot_t value) {
         if (!text.empty()) {
             std::string().swap(text);
         }
-        value.complete();
-        result_members_t::set(cell.value, value.tag, value.number.integer, value.number.real);
+        value = value.completed();
+        result_members_t::set(cell.value, value.kind(), value.int_view(), value.float_view());
     } else {
         const result_t& whole = values.whole(value);
         base.drawn->text_draw(result_members_t::text(whole).size());
@@ -95,9 +87,9 @@ slot_t machine_t::unary_general(opcode_e opcode, const slot_t& a) {
     }
     const bool is_negation = opcode == opcode_e::negate;
     if (a.kind() == slot_t::integer) {
-        return slot_t::of_int(is_negation ? arm::negate(a.number.integer) : a.number.integer);
+        return slot_t::of_int(is_negation ? arm::negate(a.int_view()) : a.int_view());
     }
-    return slot_t::of_float(is_negation ? arm::negate(a.number.real) : a.number.real);
+    return slot_t::of_float(is_negation ? arm::negate(a.float_view()) : a.float_view());
 }
 
 /// The operators that read both operands as integers.

@@ -271,8 +271,7 @@ unit_t& node_t::unit_of(context_t& context, bool as_list, unit_ptr_t& own) const
     if (kept != nullptr && is_as_parsed()) {
         return *kept;
     }
-    unit_ptr_t made(new unit_t);
-    made->program = std::make_shared<program_t>();
+    unit_ptr_t made = unit_make();
     if (is_as_parsed()) {
         context.translator.compile(*tree, place, as_list, *made->program);
         kept = std::move(made);

@@ -85,6 +85,13 @@ struct unit_drop_t {
 /// Owns a unit, which lives on while it runs.
 using unit_ptr_t = std::unique_ptr<unit_t, unit_drop_t>;
 
+/// A unit with a program that is still empty.
+inline unit_ptr_t unit_make() {
+    unit_ptr_t made(new unit_t);
+    made->program = std::make_shared<program_t>();
+    return made;
+}
+
 /// A unit of its own, for another evaluator, with the program of `unit`, which may be null.
 inline unit_ptr_t unit_share(unit_t* unit) {
     unit_ptr_t made;

@@ -15,7 +15,7 @@ slot_t value_stack_t::keep(result_t&& value) {
     slot_t slot = slot_t::of_value(value);
     if (!slot.is_number()) {
         slot = claim();
-        pool[slot.place] = std::move(value);
+        pool[slot.place()] = std::move(value);
     }
     return slot;
 }
@@ -23,7 +23,7 @@ slot_t value_stack_t::keep(result_t&& value) {
 slot_t value_stack_t::keep_copy(const result_t& value) {
     const slot_t slot = claim();
     try {
-        pool[slot.place] = value;
+        pool[slot.place()] = value;
     } catch (...) {
         release(slot);
         throw;
@@ -44,22 +44,12 @@ result_t value_stack_t::take(slot_t slot) {
     if (slot.kind() != slot_t::owned) {
         return value_of(slot);
     }
-    result_t& value = pool[slot.place];
+    result_t& value = pool[slot.place()];
     // A short text is copied, so that the pool keeps its memory.
     result_t taken =
         result_members_t::text(value).size() > text_kept_max ? std::move(value) : value;
     release(slot);
     return taken;
-}
-
-result_t value_stack_t::value_of(slot_t slot) const {
-    if (!slot.is_number()) {
-        return whole(slot);
-    }
-    slot.complete();
-    result_t value;
-    result_members_t::set(value, slot.tag, slot.number.integer, slot.number.real);
-    return value;
 }
 
 } // namespace ko::alg

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "algebra/arm_arithmetic.h"
@@ -23,8 +24,9 @@
 
 namespace ko::alg {
 
-/// A value on the stack.
-struct slot_t {
+/// A value on the stack: two plain words, which a compiler keeps in registers.
+class slot_t {
+public:
     enum tag_e : unsigned {
         integer = 0,
         real = 1,
@@ -33,65 +35,71 @@ struct slot_t {
         kinds = 3,    ///< mask of the above
         single = 4    ///< of a number: the view of the other type is yet to be computed
     };
-    struct number_t {
-        int integer;
-        float real;
-    };
 
     static slot_t of_int(int value) {
-        slot_t slot;
-        slot.tag = integer | single;
-        slot.number.integer = value;
-        return slot;
+        return {integer | single, static_cast<std::uint32_t>(value)};
     }
-    static slot_t of_float(float value) {
-        slot_t slot;
-        slot.tag = real | single;
-        slot.number.real = value;
-        return slot;
+    static slot_t of_float(float value) { return {real | single, high(value)}; }
+    static slot_t of_place(std::size_t place) { return {owned, place}; }
+    /// True for a value that is a number and nothing else: one that has a text, which a host can
+    /// bring about, goes as a whole.
+    static bool is_number(const result_t& value) {
+        return result_members_t::type(value) <= real && result_members_t::text(value).empty();
     }
-    /// A number with both its views, or the value itself, borrowed. A number that has a text,
-    /// which a host can bring about, goes as a whole.
+    /// A number with both its views.
+    static slot_t of_number(const result_t& value) {
+        return {result_members_t::type(value),
+                static_cast<std::uint32_t>(result_members_t::integer(value)) |
+                    high(result_members_t::real(value))};
+    }
+    /// The same, or the value itself, borrowed.
     static slot_t of_value(const result_t& value) {
-        slot_t slot;
-        const unsigned type = result_members_t::type(value);
-        if (type <= real && result_members_t::text(value).empty()) {
-            slot.tag = type;
-            slot.number = {result_members_t::integer(value), result_members_t::real(value)};
-        } else {
-            slot.tag = borrowed;
-            slot.value = &value;
+        if (is_number(value)) {
+            return of_number(value);
         }
-        return slot;
+        return {borrowed, reinterpret_cast<std::uintptr_t>(&value)};
     }
 
-    unsigned kind() const { return tag & kinds; }
+    unsigned kind() const { return static_cast<unsigned>(tag) & kinds; }
     bool is_number() const { return (tag & borrowed) == 0; }
+    /// True for a number whose other view is yet to be computed.
+    bool is_single() const { return (tag & single) != 0; }
+    int int_view() const { return static_cast<int>(static_cast<std::uint32_t>(word)); }
+    float float_view() const { return arm::float_of(static_cast<std::uint32_t>(word >> 32U)); }
+    /// What a borrowed slot refers to.
+    const result_t& value() const {
+        return *reinterpret_cast<const result_t*>(static_cast<std::uintptr_t>(word));
+    }
+    /// Where the value of an owned slot lies.
+    std::size_t place() const { return static_cast<std::size_t>(word); }
+
     /// The float reading of a number.
     float float_of_number() const {
-        return kind() == integer ? static_cast<float>(number.integer) : number.real;
+        return kind() == integer ? static_cast<float>(int_view()) : float_view();
     }
     /// The integer reading of a number.
     int int_of_number() const {
-        return kind() == integer ? number.integer
-                                 : arm::truncate(static_cast<double>(number.real));
+        return kind() == integer ? int_view() : arm::truncate(static_cast<double>(float_view()));
     }
-    /// Computes the view that is missing.
-    void complete() {
-        if (tag == (integer | single)) {
-            number.real = static_cast<float>(number.integer);
-        } else if (tag == (real | single)) {
-            number.integer = arm::truncate(static_cast<double>(number.real));
+    /// The number with both its views.
+    slot_t completed() const {
+        if (!is_single()) {
+            return *this;
         }
-        tag &= kinds;
+        return {kind(), static_cast<std::uint32_t>(int_of_number()) | high(float_of_number())};
     }
+    /// True when both are integers.
+    static bool are_integers(slot_t a, slot_t b) { return ((a.tag | b.tag) & kinds) == integer; }
+    static bool are_numbers(slot_t a, slot_t b) { return ((a.tag | b.tag) & borrowed) == 0; }
 
-    unsigned tag;
-    union {
-        number_t number;
-        const result_t* value; ///< of a borrowed one
-        std::size_t place;     ///< of an owned one, in the pool
-    };
+    slot_t() = default;
+
+private:
+    slot_t(unsigned new_tag, std::uint64_t new_word) : tag(new_tag), word(new_word) {}
+    static std::uint64_t high(float value) { return std::uint64_t{arm::bits_of(value)} << 32U; }
+
+    std::uint64_t tag = 0;
+    std::uint64_t word = 0;
 };
 
 /// Stack of values. Used by one thread.
@@ -111,19 +119,16 @@ public:
 
     /// The value that a slot refers to.
     const result_t& whole(const slot_t& slot) const {
-        return slot.kind() == slot_t::owned ? pool[slot.place] : *slot.value;
+        return slot.kind() == slot_t::owned ? pool[slot.place()] : slot.value();
     }
     /// The value in the pool that an owned slot refers to, to change.
-    result_t& own(const slot_t& slot) { return pool[slot.place]; }
+    result_t& own(const slot_t& slot) { return pool[slot.place()]; }
     /// A slot with a value of the pool's own, which is what the value last there has left.
     slot_t claim() {
         if (pool_used == pool.size()) {
             pool.emplace_back();
         }
-        slot_t slot;
-        slot.tag = slot_t::owned;
-        slot.place = pool_used++;
-        return slot;
+        return slot_t::of_place(pool_used++);
     }
     /// A slot that keeps a value of its own.
     slot_t keep(result_t&& value);
@@ -143,7 +148,15 @@ public:
     /// The value of a slot, which is let go of.
     result_t take(slot_t slot);
     /// A copy of the value of a slot.
-    result_t value_of(slot_t slot) const;
+    result_t value_of(slot_t slot) const {
+        if (!slot.is_number()) {
+            return whole(slot);
+        }
+        const slot_t number = slot.completed();
+        result_t value;
+        result_members_t::set(value, number.kind(), number.int_view(), number.float_view());
+        return value;
+    }
 
     std::size_t pool_size() const { return pool_used; }
     /// Lets go of all values that were claimed after the pool had `size`.
