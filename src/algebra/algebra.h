@@ -5,7 +5,6 @@
 #include <atomic>
 #include <cstddef>
 #include <list>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,12 +23,6 @@ struct KO_API error_t {
     std::string statement;  ///< the statement as it was read: without comments, macros replaced
     std::size_t offset = 0; ///< where in it the token begins that failed, in bytes; its size
                             ///< where no token did
-};
-
-/// The names that an expression uses.
-struct KO_API names_t {
-    std::set<std::string> variables; ///< that it reads
-    std::set<std::string> functions; ///< that it calls
 };
 
 /// The expression evaluator: variables, functions, macros and one parsed program.

@@ -2,7 +2,6 @@
 
 #include <iterator>
 
-#include "algebra/algebra.h"
 #include "algebra/context.h"
 #include "algebra/machine.h"
 #include "algebra/parser.h"

@@ -2,8 +2,6 @@
 
 #include <charconv>
 
-#include "algebra/result_members.h"
-
 namespace ko::alg {
 
 namespace {

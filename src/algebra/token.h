@@ -3,6 +3,7 @@
 #pragma once
 
 #include <list>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -85,6 +86,12 @@ KO_API bool operator!=(const std::string& text, const token_t& token);
 KO_API bool operator<(const token_t& a, const token_t& b);
 KO_API bool operator>(const token_t& a, const token_t& b);
 /// @}
+
+/// The names that an expression uses.
+struct KO_API names_t {
+    std::set<std::string> variables; ///< that it reads
+    std::set<std::string> functions; ///< that it calls
+};
 
 /// A list of tokens that owns them: the result of a parse.
 ///

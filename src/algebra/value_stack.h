@@ -20,7 +20,7 @@
 
 #include "algebra/arm_arithmetic.h"
 #include "algebra/result.h"
-#include "algebra/result_members.h"
+#include "algebra/result_text.h"
 
 namespace ko::alg {
 

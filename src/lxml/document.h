@@ -136,10 +136,10 @@ public:
     /// space between elements and nothing else. The document, its atoms included, stays as it is.
     /// @param os where to; its errors stay in its state
     /// @throws ko::exception_t before anything is written:
-    ///         "document_t::write() -- document has no root", or "document_t::write() -- %s '%s' cannot be written as XML" where a name
-    ///         or a character is none of XML, CDATA holds a carriage return, `load` cannot take
-    ///         a namespace name (it holds "|" or begins with a double quote), or an element holds
-    ///         itself
+    ///         "document_t::write() -- document has no root", or "document_t::write() -- %s '%s'
+    ///         cannot be written as XML" where a name or a character is none of XML, CDATA holds
+    ///         a carriage return, `load` cannot take a namespace name (it holds "|" or begins
+    ///         with a double quote), or an element holds itself
     void write(std::ostream& os, const write_options_t& options = {}) const;
 
     /// Writes the tree as `write` does to a new file, brings it to the device and puts it in the

@@ -58,8 +58,7 @@ TEST_F(bounds, of_nesting_are_told_with_the_host_s_number) {
 
 TEST_F(bounds, of_steps_end_what_branches) {
     limit_steps(100000);
-    EXPECT_EQ(outcome(branching),
-              "! algebra_t -- evaluation exceeds the limit of 100000 steps");
+    EXPECT_EQ(outcome(branching), "! algebra_t -- evaluation exceeds the limit of 100000 steps");
     EXPECT_EQ(outcome("1 + 1"), "(i) 2");
 }
 

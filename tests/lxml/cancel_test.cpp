@@ -25,7 +25,9 @@ public:
 #endif
     }
 
-    cancelled_load() : path(dir.path("fifo")) { mkfifo(path.c_str(), 0600); }
+    cancelled_load() : path(dir.path("fifo")) {
+        mkfifo(path.c_str(), 0600);
+    }
 
     /// Starts `load`, gives it so much text that some of it is parsed, and cancels it.
     /// @return whether the thread ended by the cancellation
