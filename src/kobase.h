@@ -3,8 +3,8 @@
 ///
 /// @mainpage kobase
 ///
-/// Expressions, XML documents and an XML preprocessor for device software. Include this header, or
-/// that of a part alone; link `libkobase.so`.
+/// Expressions, XML documents and an XML preprocessor for device software. Include this header,
+/// or that of a part alone; link `libkobase.so`.
 ///
 /// @section expressions Expressions
 ///

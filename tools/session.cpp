@@ -82,6 +82,7 @@ void session_t::prepare() {
         includes_drop();
     }
     ko::alg::algebra_t& algebra = preprocessor.algebra_get();
+    algebra.interrupt_set(options.stop);
     for (const definition_t& definition : options.definitions) {
         try {
             algebra.assign(definition.name, definition_value(algebra, definition));
