@@ -42,6 +42,9 @@ public:
         return block != nullptr && block->holders.load(std::memory_order_acquire) != 1;
     }
 
+    /// The value to change, which must not be shared, nor null.
+    T& own() { return block->value; }
+
     /// The value to change, this holder's own.
     T& write() {
         if (block == nullptr) {

@@ -28,12 +28,21 @@ const result_t* variable_tree_t::find(std::string_view name) const {
 
 cell_t& variable_tree_t::cell(std::string_view name, bool& moved) {
     bool is_shared = root.is_shared();
-    const node_t* node = root.get();
+    link_t* link = &root;
+    // As long as nothing is shared, the nodes are this tree's own.
+    while (!is_shared && link->get() != nullptr) {
+        node_t& node = link->own();
+        const int order = name.compare(node.cell.name);
+        if (order == 0) {
+            return node.cell;
+        }
+        link = order < 0 ? &node.left : &node.right;
+        is_shared = link->is_shared();
+    }
+    const node_t* node = link->get();
     int order = 0;
     while (node != nullptr && (order = name.compare(node->cell.name)) != 0) {
-        const link_t& next = order < 0 ? node->left : node->right;
-        is_shared = is_shared || next.is_shared();
-        node = next.get();
+        node = (order < 0 ? node->left : node->right).get();
     }
     moved = moved || is_shared;
     if (node == nullptr) {
