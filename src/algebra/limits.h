@@ -20,6 +20,9 @@ constexpr std::size_t tokens_unwatched_max = 4096;
 /// Number of bodies of script functions that an evaluator keeps compiled.
 constexpr std::size_t bodies_max = 256;
 
+/// Number of names beyond those in use that may be added before absent variables are taken out.
+constexpr std::size_t names_untidied_max = 64;
+
 /// Size of a program, of its stack and of its names up to which it can become a calculation.
 constexpr std::size_t calculation_max = 1000;
 /// Number of arguments of a call in a calculation.

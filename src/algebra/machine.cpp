@@ -79,6 +79,9 @@ bool machine_t::run_list(unit_t& unit, std::vector<result_t>& out) {
 
 /// Begins a run with a frame of the evaluator's own.
 void machine_t::begin(unit_t& unit, run_t& run) {
+    if (frames.empty()) {
+        base.variables.tidy();
+    }
     run = {frames.size(), top, values.pool_size(), marks.size(), base.drawn, false};
     if (base.drawn == nullptr) {
         base.drawn = base.nesting.origin_budget();

@@ -147,8 +147,8 @@ private:
     void builtin_call(const instruction_t& instruction);
     void builtin_general(const target_t& target, slot_t* arguments);
     void host_call(const instruction_t& instruction);
-    result_t host_apply(const host_record_t& host, algebra_t& owner,
-                        std::vector<result_t>& arguments) const;
+    result_t host_apply(const host_record_t& host, algebra_t& owner, std::size_t count);
+    result_t argument_take() { return values.take(values.data()[--top]); }
     void foreign(const instruction_t& instruction);
 
     // Frames of calls (machine_frames.cpp).
