@@ -13,8 +13,11 @@
 
 namespace ko::alg::numbers {
 
-template <class I, class F, class S>
-inline slot_t arithmetic(const slot_t& a, const slot_t& b, I of_ints, F of_floats, S settled) {
+/// What ARM makes of a result that is not a number.
+float settled(float value, float x, float y);
+
+template <class I, class F>
+inline slot_t arithmetic(const slot_t& a, const slot_t& b, I of_ints, F of_floats) {
     const bool are_reals = slot_t::are_reals(a, b);
     if (!are_reals && slot_t::are_integers(a, b)) {
         return slot_t::of_int(of_ints(a.int_view(), b.int_view()));
@@ -22,61 +25,36 @@ inline slot_t arithmetic(const slot_t& a, const slot_t& b, I of_ints, F of_float
     const float x = are_reals ? a.float_view() : a.float_of_number();
     const float y = are_reals ? b.float_view() : b.float_of_number();
     const float value = of_floats(x, y);
-    return slot_t::of_float(std::isnan(value) ? settled(x, y) : value);
-}
-
-/// A comparison.
-template <class C> inline slot_t relation(const slot_t& a, const slot_t& b, C holds) {
-    if (slot_t::are_integers(a, b)) {
-        return slot_t::of_int(holds(a.int_view(), b.int_view()) ? 1 : 0);
-    }
-    return slot_t::of_int(holds(a.float_of_number(), b.float_of_number()) ? 1 : 0);
+    return slot_t::of_float(std::isnan(value) ? settled(value, x, y) : value);
 }
 
 inline slot_t add(const slot_t& a, const slot_t& b) {
     return arithmetic(
-        a, b, [](int x, int y) { return arm::add(x, y); }, [](float x, float y) { return x + y; },
-        [](float x, float y) { return arm::add(x, y); });
+        a, b, [](int x, int y) { return arm::add(x, y); },
+        [](float x, float y) { return x + y; });
 }
 
 inline slot_t subtract(const slot_t& a, const slot_t& b) {
     return arithmetic(
         a, b, [](int x, int y) { return arm::subtract(x, y); },
-        [](float x, float y) { return x - y; },
-        [](float x, float y) { return arm::subtract(x, y); });
+        [](float x, float y) { return x - y; });
 }
 
 inline slot_t multiply(const slot_t& a, const slot_t& b) {
     return arithmetic(
         a, b, [](int x, int y) { return arm::multiply(x, y); },
-        [](float x, float y) { return x * y; },
-        [](float x, float y) { return arm::multiply(x, y); });
+        [](float x, float y) { return x * y; });
 }
 
 /// `b` is not 0.
 inline slot_t divide(const slot_t& a, const slot_t& b) {
     return arithmetic(
         a, b, [](int x, int y) { return arm::divide(x, y); },
-        [](float x, float y) { return x / y; },
-        [](float x, float y) { return arm::divide(x, y); });
+        [](float x, float y) { return x / y; });
 }
 
-inline slot_t compare(opcode_e opcode, const slot_t& a, const slot_t& b) {
-    switch (opcode) {
-    case opcode_e::less:
-        return relation(a, b, [](auto x, auto y) { return x < y; });
-    case opcode_e::less_equal:
-        return relation(a, b, [](auto x, auto y) { return x <= y; });
-    case opcode_e::greater:
-        return relation(a, b, [](auto x, auto y) { return x > y; });
-    case opcode_e::greater_equal:
-        return relation(a, b, [](auto x, auto y) { return x >= y; });
-    case opcode_e::equal:
-        return relation(a, b, [](auto x, auto y) { return x == y; });
-    default:
-        return relation(a, b, [](auto x, auto y) { return x != y; });
-    }
-}
+/// A comparison.
+slot_t compare(opcode_e opcode, const slot_t& a, const slot_t& b);
 
 inline slot_t negate(const slot_t& a) {
     return a.kind() == slot_t::integer ? slot_t::of_int(arm::negate(a.int_view()))
@@ -89,23 +67,6 @@ inline slot_t positive(const slot_t& a) {
 }
 
 /// The operators that read both operands as integers, but a division by 0.
-inline slot_t of_integers(opcode_e opcode, int x, int y) {
-    switch (opcode) {
-    case opcode_e::modulo:
-        return slot_t::of_int(arm::remainder(x, y));
-    case opcode_e::shift_left:
-        return slot_t::of_int(arm::shift_left(x, y));
-    case opcode_e::shift_right:
-        return slot_t::of_int(arm::shift_right(x, y));
-    case opcode_e::bit_and:
-        return slot_t::of_int(x & y);
-    case opcode_e::bit_or:
-        return slot_t::of_int(x | y);
-    case opcode_e::logical_and:
-        return slot_t::of_int(x != 0 && y != 0 ? 1 : 0);
-    default:
-        return slot_t::of_int(x != 0 || y != 0 ? 1 : 0);
-    }
-}
+slot_t of_integers(opcode_e opcode, int x, int y);
 
 } // namespace ko::alg::numbers
