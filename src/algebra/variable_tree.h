@@ -85,9 +85,10 @@ private:
     static void balance(link_t& top);
     static void insert(link_t& top, link_t& leaf);
     cell_t& cell_add(std::string_view name);
-    static std::size_t own_all(link_t& link);
-    static void take_apart(link_t& link, std::vector<link_t>& present);
-    static void put_together(link_t& top, link_t* begin, link_t* end);
+    // A compiler would unfold their recursion many times.
+    [[gnu::noinline]] static std::size_t own_all(link_t& link);
+    [[gnu::noinline]] static void take_apart(link_t& link, std::vector<link_t>& present);
+    [[gnu::noinline]] static void put_together(link_t& top, link_t* begin, link_t* end);
     static void names_of(const link_t& link, std::vector<std::string>& out);
     static link_t clone(const link_t& link);
     static void update(const link_t& link, const variable_tree_t& other,
