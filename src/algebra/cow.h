@@ -30,7 +30,7 @@ public:
     }
     ~cow_t() {
         if (block != nullptr && block->holders.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-            delete block;
+            drop(block);
         }
     }
 
@@ -65,6 +65,9 @@ private:
         T value;
         std::atomic<unsigned> holders{1};
     };
+
+    /// Out of line: a compiler would unfold the recursion of blocks that hold blocks.
+    [[gnu::noinline]] static void drop(block_t* last) { delete last; }
 
     block_t* block = nullptr;
 };
