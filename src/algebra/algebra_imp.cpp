@@ -61,9 +61,7 @@ unit_t& algebra_t::imp_t::program_renew() {
 /// Keeps the memory of a program that nobody else has.
 void algebra_t::imp_t::program_clear() {
     if (program != nullptr && program->pins == 0 && !program->is_shared) {
-        program->program->clear();
-        program->generation = 0;
-        program->calls.clear();
+        program->clear();
         spare = std::move(program);
     }
     program.reset();

@@ -150,6 +150,23 @@ constexpr builtin_t builtins[] = {
     {"exists", 1, nullptr, exists_of},
 };
 
+/// The lengths of the names that begin with each letter, a bit for each.
+struct lengths_t {
+    constexpr lengths_t() : by_letter() {
+        for (const builtin_t& row : builtins) {
+            by_letter[static_cast<unsigned>(row.name[0] - 'a')] |= 1U << row.name.size();
+        }
+    }
+    constexpr bool has(std::string_view name) const {
+        return name.size() < 32 && name[0] >= 'a' && name[0] <= 'z' &&
+               (by_letter[static_cast<unsigned>(name[0] - 'a')] >> name.size() & 1U) != 0;
+    }
+
+    unsigned by_letter[26];
+};
+
+constexpr lengths_t lengths;
+
 } // namespace
 
 void builtin_names_get(std::vector<std::string>& out) {
@@ -159,6 +176,9 @@ void builtin_names_get(std::vector<std::string>& out) {
 }
 
 const builtin_t* builtin_find(std::string_view name) {
+    if (name.empty() || !lengths.has(name)) {
+        return nullptr;
+    }
     for (const builtin_t& row : builtins) {
         if (row.name == name) { // compares the lengths first
             return &row;

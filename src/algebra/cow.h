@@ -30,7 +30,7 @@ public:
     }
     ~cow_t() {
         if (block != nullptr && block->holders.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-            delete block;
+            drop(block);
         }
     }
 
@@ -41,6 +41,9 @@ public:
     bool is_shared() const {
         return block != nullptr && block->holders.load(std::memory_order_acquire) != 1;
     }
+
+    /// The value to change, which must not be shared, nor null.
+    T& own() { return block->value; }
 
     /// The value to change, this holder's own.
     T& write() {
@@ -62,6 +65,9 @@ private:
         T value;
         std::atomic<unsigned> holders{1};
     };
+
+    /// Out of line: a compiler would unfold the recursion of blocks that hold blocks.
+    [[gnu::noinline]] static void drop(block_t* last) { delete last; }
 
     block_t* block = nullptr;
 };

@@ -7,6 +7,8 @@ namespace {
 constexpr shape_e prefix = shape_e::prefix;
 constexpr shape_e infix = shape_e::infix;
 
+} // namespace
+
 // The formatter takes the names of operators for expressions.
 // clang-format off
 constexpr operator_t operators[operators_end] = {
@@ -40,6 +42,8 @@ constexpr operator_t operators[operators_end] = {
 static_assert(operators[choice_id].spelling == "?:" && operators[assign_id].spelling == "=" &&
               operators[comma_id].spelling == ",");
 
+namespace {
+
 /// The operators that begin with one character.
 struct start_t {
     operator_id_t prefix = operators_end;
@@ -72,14 +76,6 @@ struct starts_t {
 constexpr starts_t starts;
 
 } // namespace
-
-const operator_t& operator_get(operator_id_t id) {
-    return operators[id];
-}
-
-const operator_t& operator_get(opcode_e opcode) {
-    return operators[static_cast<unsigned>(opcode)];
-}
 
 static_assert(operators[static_cast<unsigned>(opcode_e::logical_or)].opcode ==
               opcode_e::logical_or);

@@ -89,10 +89,17 @@ constexpr operator_id_t assign_id = 21; ///< "="
 constexpr operator_id_t comma_id = 22;  ///< ","
 constexpr operator_id_t operators_end = 23;
 
+/// The rows.
+extern const operator_t operators[operators_end];
+
 /// The row of an operator.
-const operator_t& operator_get(operator_id_t id);
+inline const operator_t& operator_get(operator_id_t id) {
+    return operators[id];
+}
 /// The row of the operator that an opcode stands for.
-const operator_t& operator_get(opcode_e opcode);
+inline const operator_t& operator_get(opcode_e opcode) {
+    return operators[static_cast<unsigned>(opcode)];
+}
 /// @return the operator without an operand before it that begins with `c`, or the end
 operator_id_t prefix_find(char c);
 /// @param length receives the length of the spelling: 2 where there is one of two characters

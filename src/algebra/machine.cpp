@@ -1,92 +1,44 @@
 #include "algebra/machine.h"
 
-#include <cmath>
 #include <optional>
 
-#include "algebra/arm_arithmetic.h"
+#include "algebra/number_operators.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
 
 namespace {
 
-/// An arithmetic operator on numbers. Floats are computed at once; one that is not a number is
-/// computed again, so that it becomes the one that ARM makes.
-/// @return false for anything else
-template <class I, class F, class S>
-inline bool arithmetic(slot_t& out, const slot_t& a, const slot_t& b, I of_ints, F of_floats,
-                       S settled) {
-    if (slot_t::are_integers(a, b)) {
-        out = slot_t::of_int(of_ints(a.int_view(), b.int_view()));
-        return true;
-    }
-    if (slot_t::are_numbers(a, b)) {
-        const float x = a.float_of_number();
-        const float y = b.float_of_number();
-        const float value = of_floats(x, y);
-        out = slot_t::of_float(std::isnan(value) ? settled(x, y) : value);
-        return true;
-    }
-    return false;
-}
-
-/// A comparison of numbers.
-template <class C> inline bool relation(slot_t& out, const slot_t& a, const slot_t& b, C holds) {
-    if (slot_t::are_integers(a, b)) {
-        out = slot_t::of_int(holds(a.int_view(), b.int_view()) ? 1 : 0);
-        return true;
-    }
-    if (slot_t::are_numbers(a, b)) {
-        out = slot_t::of_int(holds(a.float_of_number(), b.float_of_number()) ? 1 : 0);
-        return true;
-    }
-    return false;
-}
-
-/// Division, but by zero.
-inline bool quotient(slot_t& out, const slot_t& a, const slot_t& b) {
-    if (!a.is_number() || !b.is_number() || b.float_of_number() == 0.0F) {
-        return false;
-    }
-    return arithmetic(
-        out, a, b, [](int x, int y) { return arm::divide(x, y); },
-        [](float x, float y) { return x / y; },
-        [](float x, float y) { return arm::divide(x, y); });
-}
-
 /// Operators on two numbers, which are all that most programs need.
 /// @return false when it takes more than that
-inline bool binary_of_numbers(opcode_e opcode, slot_t& out, const slot_t& a, const slot_t& b) {
+bool binary_of_numbers(opcode_e opcode, slot_t& out, const slot_t& a, const slot_t& b) {
+    if (!slot_t::are_numbers(a, b)) {
+        return false;
+    }
     switch (opcode) {
     case opcode_e::multiply:
-        return arithmetic(
-            out, a, b, [](int x, int y) { return arm::multiply(x, y); },
-            [](float x, float y) { return x * y; },
-            [](float x, float y) { return arm::multiply(x, y); });
+        out = numbers::multiply(a, b);
+        return true;
     case opcode_e::divide:
-        return quotient(out, a, b);
+        if (b.float_of_number() == 0.0F) {
+            return false;
+        }
+        out = numbers::divide(a, b);
+        return true;
     case opcode_e::subtract:
-        return arithmetic(
-            out, a, b, [](int x, int y) { return arm::subtract(x, y); },
-            [](float x, float y) { return x - y; },
-            [](float x, float y) { return arm::subtract(x, y); });
+        out = numbers::subtract(a, b);
+        return true;
     case opcode_e::add:
-        return arithmetic(
-            out, a, b, [](int x, int y) { return arm::add(x, y); },
-            [](float x, float y) { return x + y; },
-            [](float x, float y) { return arm::add(x, y); });
+        out = numbers::add(a, b);
+        return true;
     case opcode_e::less:
-        return relation(out, a, b, [](auto x, auto y) { return x < y; });
     case opcode_e::less_equal:
-        return relation(out, a, b, [](auto x, auto y) { return x <= y; });
     case opcode_e::greater:
-        return relation(out, a, b, [](auto x, auto y) { return x > y; });
     case opcode_e::greater_equal:
-        return relation(out, a, b, [](auto x, auto y) { return x >= y; });
     case opcode_e::equal:
-        return relation(out, a, b, [](auto x, auto y) { return x == y; });
     case opcode_e::not_equal:
-        return relation(out, a, b, [](auto x, auto y) { return x != y; });
+        out = numbers::compare(opcode, a, b);
+        return true;
     default:
         return false;
     }
@@ -95,6 +47,10 @@ inline bool binary_of_numbers(opcode_e opcode, slot_t& out, const slot_t& a, con
 } // namespace
 
 result_t machine_t::run(unit_t& unit, bool& returned) {
+    if (slot_t value; calculator.run(unit, bodies_identity, value)) {
+        returned = false;
+        return value_stack_t::number_of(value);
+    }
     run_t run{};
     begin(unit, run);
     execute(run);
@@ -123,6 +79,9 @@ bool machine_t::run_list(unit_t& unit, std::vector<result_t>& out) {
 
 /// Begins a run with a frame of the evaluator's own.
 void machine_t::begin(unit_t& unit, run_t& run) {
+    if (frames.empty()) {
+        base.variables.tidy();
+    }
     run = {frames.size(), top, values.pool_size(), marks.size(), base.drawn, false};
     if (base.drawn == nullptr) {
         base.drawn = base.nesting.origin_budget();

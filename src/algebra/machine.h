@@ -25,6 +25,7 @@
 #include <utility>
 #include <vector>
 
+#include "algebra/calculator.h"
 #include "algebra/context.h"
 #include "algebra/unit.h"
 #include "algebra/value_stack.h"
@@ -74,7 +75,7 @@ struct frame_t {
 /// Runs programs on one evaluator. Used by one thread.
 class machine_t {
 public:
-    explicit machine_t(context_t& context) : base(context) {}
+    explicit machine_t(context_t& context) : base(context), calculator(context) {}
     machine_t(const machine_t&) = delete;
     machine_t& operator=(const machine_t&) = delete;
 
@@ -146,8 +147,8 @@ private:
     void builtin_call(const instruction_t& instruction);
     void builtin_general(const target_t& target, slot_t* arguments);
     void host_call(const instruction_t& instruction);
-    result_t host_apply(const host_record_t& host, algebra_t& owner,
-                        std::vector<result_t>& arguments) const;
+    result_t host_apply(const host_record_t& host, algebra_t& owner, std::size_t count);
+    result_t argument_take() { return values.take(values.data()[--top]); }
     void foreign(const instruction_t& instruction);
 
     // Frames of calls (machine_frames.cpp).
@@ -169,6 +170,7 @@ private:
     [[noreturn]] void fail(opcode_e opcode);
 
     context_t& base;
+    calculator_t calculator;
     value_stack_t values;
     std::vector<frame_t> frames;
     std::vector<std::size_t> marks; ///< where lists of unknown length begin

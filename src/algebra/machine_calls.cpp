@@ -74,14 +74,10 @@ void machine_t::host_call(const instruction_t& instruction) {
     // The program may go while the function runs, but its unit is pinned.
     const target_t& target = frame().unit->program->targets[instruction.a.place];
     const host_record_t& host = *target.callee.host;
-    std::vector<result_t> arguments;
+    std::size_t count = 0;
     if (host.count_max != 0) {
-        const std::size_t count = arguments_count(instruction);
+        count = arguments_count(instruction);
         counts_check(target, "external", count, host.count_min, host.count_max);
-        arguments.resize(count);
-        for (std::size_t i = count; i-- != 0;) {
-            arguments[i] = values.take(values.data()[--top]);
-        }
     }
     if (frame().is_isolated) {
         evaluators_make();
@@ -91,7 +87,7 @@ void machine_t::host_call(const instruction_t& instruction) {
     result_t value;
     {
         const nesting_t::call_t call(state.nesting, target.name, *base.drawn);
-        value = host_apply(host, *state.owner, arguments);
+        value = host_apply(host, *state.owner, count);
     }
     pc = resume;
     names_check();
@@ -99,26 +95,31 @@ void machine_t::host_call(const instruction_t& instruction) {
     values.data()[top++] = values.keep(std::move(value));
 }
 
-result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner,
-                               std::vector<result_t>& arguments) const {
+/// Calls a host function with the uppermost values, which are taken off the stack before.
+result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner, std::size_t count) {
     const function_prototype_t& function = host.prototype;
-    const auto argument = [&](std::size_t i) {
-        return std::move(arguments.at(i));
-    };
-    if (host.closure != nullptr) {
-        return host.closure(owner, arguments);
-    }
-    if (function.function0 != nullptr) {
+    const bool is_listed = host.closure != nullptr || count > 3;
+    if (!is_listed && function.function0 != nullptr) {
         return function.function0(owner);
     }
-    if (function.function1 != nullptr) {
-        return function.function1(owner, argument(0));
+    if (!is_listed && function.function1 != nullptr) {
+        return function.function1(owner, argument_take());
     }
-    if (function.function2 != nullptr) {
-        return function.function2(owner, argument(0), argument(1));
+    if (!is_listed && function.function2 != nullptr) {
+        result_t b = argument_take();
+        return function.function2(owner, argument_take(), std::move(b));
     }
-    if (function.function3 != nullptr) {
-        return function.function3(owner, argument(0), argument(1), argument(2));
+    if (!is_listed && function.function3 != nullptr) {
+        result_t c = argument_take();
+        result_t b = argument_take();
+        return function.function3(owner, argument_take(), std::move(b), std::move(c));
+    }
+    std::vector<result_t> arguments(count);
+    for (std::size_t i = count; i-- != 0;) {
+        arguments[i] = argument_take();
+    }
+    if (host.closure != nullptr) {
+        return host.closure(owner, arguments);
     }
     if (function.function_list != nullptr) {
         return function.function_list(owner, std::move(arguments));

@@ -2,6 +2,7 @@
 #include <new>
 
 #include "algebra/machine.h"
+#include "algebra/number_operators.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
@@ -85,11 +86,7 @@ slot_t machine_t::unary_general(opcode_e opcode, const slot_t& a) {
         values.release(a);
         return values.keep(std::move(value));
     }
-    const bool is_negation = opcode == opcode_e::negate;
-    if (a.kind() == slot_t::integer) {
-        return slot_t::of_int(is_negation ? arm::negate(a.int_view()) : a.int_view());
-    }
-    return slot_t::of_float(is_negation ? arm::negate(a.float_view()) : a.float_view());
+    return opcode == opcode_e::negate ? numbers::negate(a) : numbers::positive(a);
 }
 
 /// The operators that read both operands as integers.
@@ -98,25 +95,10 @@ slot_t machine_t::binary_of_integers(opcode_e opcode, const slot_t& a, const slo
     const int x = int_of(a);
     values.release(b);
     values.release(a);
-    switch (opcode) {
-    case opcode_e::modulo:
-        if (y == 0) {
-            throw exception_t(std::string("modulo by zero"));
-        }
-        return slot_t::of_int(arm::remainder(x, y));
-    case opcode_e::shift_left:
-        return slot_t::of_int(arm::shift_left(x, y));
-    case opcode_e::shift_right:
-        return slot_t::of_int(arm::shift_right(x, y));
-    case opcode_e::bit_and:
-        return slot_t::of_int(x & y);
-    case opcode_e::bit_or:
-        return slot_t::of_int(x | y);
-    case opcode_e::logical_and:
-        return slot_t::of_int(x != 0 && y != 0 ? 1 : 0);
-    default:
-        return slot_t::of_int(x != 0 || y != 0 ? 1 : 0);
+    if (opcode == opcode_e::modulo && y == 0) {
+        throw exception_t(std::string("modulo by zero"));
     }
+    return numbers::of_integers(opcode, x, y);
 }
 
 /// Gives the texts of two values when both are strings.

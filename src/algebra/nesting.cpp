@@ -22,10 +22,7 @@ unsigned nesting_t::depth_get() const {
     return source == nullptr ? depth : depth + source->depth;
 }
 
-unsigned nesting_t::levels_of_evaluation(const limits_t& limits) const {
-    if (is_plain()) {
-        return 0;
-    }
+unsigned nesting_t::levels_of_nested(const limits_t& limits) const {
     const std::shared_ptr<const origin_t> source = origin.lock();
     if (called == nullptr && source == nullptr) {
         return 0;

@@ -70,7 +70,9 @@ public:
 
     /// Number of levels that an evaluation which begins now adds: 1 when a function begins it.
     /// @throws ko::exception_t the limit of `limits` is exceeded
-    unsigned levels_of_evaluation(const limits_t& limits) const;
+    unsigned levels_of_evaluation(const limits_t& limits) const {
+        return is_plain() ? 0 : levels_of_nested(limits);
+    }
     /// Becomes part of the call that `source` is copied in.
     void origin_take(const nesting_t& source);
     /// The same where only variables are copied, which leaves the call of an evaluator alone.
@@ -91,6 +93,7 @@ public:
 
 private:
     [[noreturn]] static void fail(const limits_t& limits, nested_e kind, const std::string& name);
+    unsigned levels_of_nested(const limits_t& limits) const;
     std::weak_ptr<const origin_t> origin_for_copy() const;
 
     unsigned depth = 0; ///< without that of the origin

@@ -1,6 +1,8 @@
 #include "algebra/parser.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 namespace ko::alg {
 
@@ -26,7 +28,7 @@ private:
     static unsigned rank_of(const item_t& item) {
         return static_cast<unsigned>(function_strength - syntax_t::strength_of(item));
     }
-    bool precedes(place_t a, place_t b) const;
+    std::int64_t key_of(const item_t& item) const;
     void order_fix();
     void order_count();
     template <class K> void count_by(const K& key_of, std::size_t keys);
@@ -85,10 +87,10 @@ void binder_t::commas_remove() {
     }
 }
 
-bool binder_t::precedes(place_t a, place_t b) const {
-    const item_t& x = items[a];
-    const item_t& y = items[b];
-    return x.depth != y.depth ? x.depth > y.depth : rank_of(x) < rank_of(y);
+/// The smaller key binds first.
+std::int64_t binder_t::key_of(const item_t& item) const {
+    return static_cast<std::int64_t>(rank_of(item)) -
+           static_cast<std::int64_t>(item.depth) * strengths;
 }
 
 void binder_t::order_fix() {
@@ -97,14 +99,17 @@ void binder_t::order_fix() {
         order_count();
         return;
     }
-    for (std::size_t i = 1; i < order.size(); ++i) {
+    std::array<std::int64_t, insertion_max> keys; // filled as far as the order goes
+    for (std::size_t i = 0; i < order.size(); ++i) {
         const place_t place = order[i];
+        const std::int64_t key = key_of(items[place]);
         std::size_t hole = i;
-        while (hole != 0 && precedes(place, order[hole - 1])) {
+        for (; hole != 0 && key < keys[hole - 1]; --hole) {
             order[hole] = order[hole - 1];
-            --hole;
+            keys[hole] = keys[hole - 1];
         }
         order[hole] = place;
+        keys[hole] = key;
     }
 }
 

@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include "algebra/calculation.h"
 #include "algebra/program.h"
 #include "algebra/variables.h"
 
@@ -46,6 +47,8 @@ struct call_link_t {
     std::uint64_t bodies = 0; ///< identity of the collection that holds the body; 0 for none
     environment_t environment = {0, 0, 0};
     unit_t* body = nullptr;
+    /// The calculator's mark of a body that it has found good; 0 for none.
+    std::uint64_t calculated_number = 0;
 };
 
 struct unit_t {
@@ -57,7 +60,17 @@ struct unit_t {
     unsigned pins = 0;
     bool is_dropped = false;
     bool is_shared = false; ///< whether another evaluator has, or had, the program
+    bool has_run = false;
+    std::unique_ptr<calculation_t> calculation; ///< from the second run on
 
+    /// Becomes a unit whose program is still empty, and keeps what memory it can.
+    void clear() {
+        program->clear();
+        generation = 0;
+        calls.clear();
+        has_run = false;
+        calculation.reset();
+    }
     /// Forgets all links to variables.
     void names_forget(std::uint64_t now) {
         names.assign(program->names.size(), name_link_t());

@@ -89,8 +89,10 @@ public:
         return {kind(), static_cast<std::uint32_t>(int_of_number()) | high(float_of_number())};
     }
     /// True when both are integers.
-    static bool are_integers(slot_t a, slot_t b) { return ((a.tag | b.tag) & kinds) == integer; }
-    static bool are_numbers(slot_t a, slot_t b) { return ((a.tag | b.tag) & borrowed) == 0; }
+    static bool are_integers(const slot_t& a, const slot_t& b) { return ((a.tag | b.tag) & kinds) == integer; }
+    /// True when both, which are numbers, are floats.
+    static bool are_reals(const slot_t& a, const slot_t& b) { return (a.tag & b.tag & real) != 0; }
+    static bool are_numbers(const slot_t& a, const slot_t& b) { return ((a.tag | b.tag) & borrowed) == 0; }
 
     slot_t() = default;
 
@@ -149,9 +151,10 @@ public:
     result_t take(slot_t slot);
     /// A copy of the value of a slot.
     result_t value_of(slot_t slot) const {
-        if (!slot.is_number()) {
-            return whole(slot);
-        }
+        return slot.is_number() ? number_of(slot) : whole(slot);
+    }
+    /// The value of a slot that is a number.
+    static result_t number_of(const slot_t& slot) {
         const slot_t number = slot.completed();
         result_t value;
         result_members_t::set(value, number.kind(), number.int_view(), number.float_view());

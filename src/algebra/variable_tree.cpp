@@ -28,12 +28,21 @@ const result_t* variable_tree_t::find(std::string_view name) const {
 
 cell_t& variable_tree_t::cell(std::string_view name, bool& moved) {
     bool is_shared = root.is_shared();
-    const node_t* node = root.get();
+    link_t* link = &root;
+    // As long as nothing is shared, the nodes are this tree's own.
+    while (!is_shared && link->get() != nullptr) {
+        node_t& node = link->own();
+        const int order = name.compare(node.cell.name);
+        if (order == 0) {
+            return node.cell;
+        }
+        link = order < 0 ? &node.left : &node.right;
+        is_shared = link->is_shared();
+    }
+    const node_t* node = link->get();
     int order = 0;
     while (node != nullptr && (order = name.compare(node->cell.name)) != 0) {
-        const link_t& next = order < 0 ? node->left : node->right;
-        is_shared = is_shared || next.is_shared();
-        node = next.get();
+        node = (order < 0 ? node->left : node->right).get();
     }
     moved = moved || is_shared;
     if (node == nullptr) {
@@ -49,10 +58,11 @@ cell_t& variable_tree_t::cell(std::string_view name, bool& moved) {
 /// Adds a name that the tree does not have.
 cell_t& variable_tree_t::cell_add(std::string_view name) {
     link_t leaf;
-    node_t& added = leaf.write();
-    added.cell.name = name;
+    node_t& own = leaf.write();
+    own.cell.name = name;
     insert(root, leaf);
-    return added.cell;
+    ++added;
+    return own.cell;
 }
 
 result_t& variable_tree_t::write(std::string_view name) {
@@ -170,6 +180,54 @@ void variable_tree_t::names_of(const link_t& link, std::vector<std::string>& out
         out.push_back(link.get()->cell.name);
     }
     names_of(link.get()->right, out);
+}
+
+void variable_tree_t::tidy() {
+    std::vector<link_t> present;
+    present.reserve(own_all(root)); // nothing can fail from here on
+    take_apart(root, present);
+    root = link_t();
+    put_together(root, present.data(), present.data() + present.size());
+    kept = present.size();
+    added = 0;
+}
+
+/// Makes all nodes this tree's own.
+/// @return the number of nodes
+std::size_t variable_tree_t::own_all(link_t& link) {
+    if (link.get() == nullptr) {
+        return 0;
+    }
+    node_t& node = link.write();
+    return 1 + own_all(node.left) + own_all(node.right);
+}
+
+/// Appends the nodes with a variable, in order and without their subtrees.
+void variable_tree_t::take_apart(link_t& link, std::vector<link_t>& present) {
+    if (link.get() == nullptr) {
+        return;
+    }
+    node_t& node = link.own();
+    link_t right = std::move(node.right);
+    take_apart(node.left, present);
+    node.left = link_t();
+    if (node.cell.is_present) {
+        present.push_back(std::move(link));
+    }
+    take_apart(right, present);
+}
+
+/// Makes a tree of nodes in order, as even as can be.
+void variable_tree_t::put_together(link_t& top, link_t* begin, link_t* end) {
+    if (begin == end) {
+        return;
+    }
+    link_t* const middle = begin + (end - begin) / 2;
+    top = std::move(*middle);
+    node_t& node = top.own();
+    put_together(node.left, begin, middle);
+    put_together(node.right, middle + 1, end);
+    node.height = 1 + std::max(height_of(node.left), height_of(node.right));
 }
 
 // NOLINTEND(misc-no-recursion)

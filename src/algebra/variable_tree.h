@@ -9,15 +9,17 @@
 /// way to a new one are turned, and these are not shared any more when they are: turning cannot
 /// fail.
 ///
-/// A name is never taken out of the tree: a variable that is gone leaves an absent cell. Whoever
-/// has found a cell may thus keep its place, until a change copies nodes.
+/// A variable that is gone leaves an absent cell. Whoever has found a cell may thus keep its
+/// place, until a change copies nodes, or `tidy` takes the absent ones out.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "algebra/cow.h"
+#include "algebra/limits.h"
 #include "algebra/result.h"
 
 namespace ko::alg {
@@ -49,6 +51,10 @@ public:
     variable_tree_t clone() const;
     /// Gives every variable whose name is also in `other` the value that it has there.
     void update_from(const variable_tree_t& other);
+    /// True when so many names were added that it pays to take out the absent ones.
+    bool is_littered() const { return added >= names_untidied_max + kept; }
+    /// Takes out all absent cells. The others stay where they are but those that a copy shares.
+    void tidy();
     /// Number of nodes from the root to the deepest leaf.
     unsigned height() const { return height_of(root); }
 
@@ -79,12 +85,18 @@ private:
     static void balance(link_t& top);
     static void insert(link_t& top, link_t& leaf);
     cell_t& cell_add(std::string_view name);
+    // A compiler would unfold their recursion many times.
+    [[gnu::noinline]] static std::size_t own_all(link_t& link);
+    [[gnu::noinline]] static void take_apart(link_t& link, std::vector<link_t>& present);
+    [[gnu::noinline]] static void put_together(link_t& top, link_t* begin, link_t* end);
     static void names_of(const link_t& link, std::vector<std::string>& out);
     static link_t clone(const link_t& link);
     static void update(const link_t& link, const variable_tree_t& other,
                        variable_tree_t& updated);
 
     link_t root;
+    std::size_t added = 0; ///< number of names since it was tidied
+    std::size_t kept = 0;  ///< number of names then
 };
 
 } // namespace ko::alg

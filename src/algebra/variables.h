@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "algebra/cow.h"
+#include "algebra/identity.h"
 #include "algebra/result.h"
 #include "algebra/variable_tree.h"
 
@@ -64,6 +65,15 @@ public:
     const cell_t* cell_find(std::string_view name) const { return values.cell_find(name); }
     /// The cell to write, created absent when missing.
     cell_t& cell(std::string_view name);
+
+    /// Forgets the names of variables that are gone, once there may be many. To be called where
+    /// no program of this evaluator runs.
+    void tidy() {
+        if (values.is_littered() && journal.empty()) {
+            generation = identity_make();
+            values.tidy();
+        }
+    }
 
     std::size_t journal_size() const { return journal.size(); }
     /// Puts a cell down before it changes; its value is moved away.

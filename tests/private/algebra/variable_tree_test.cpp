@@ -53,6 +53,35 @@ TEST(variable_tree, creates_a_missing_value_as_the_integer_0) {
     EXPECT_EQ(test::shown(tree.write("x")), "(i) 0");
 }
 
+TEST(variable_tree, takes_out_the_names_of_variables_that_are_gone) {
+    const std::vector<std::string> all = names(1000);
+    variable_tree_t tree = filled(all);
+    const variable_tree_t copy = tree;
+    bool moved = false;
+    for (std::size_t i = 0; i < all.size(); i += 2) {
+        tree.cell(all[i], moved).is_present = false;
+    }
+    EXPECT_TRUE(tree.is_littered());
+    tree.tidy();
+    EXPECT_FALSE(tree.is_littered());
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        EXPECT_EQ(tree.cell_find(all[i]) == nullptr, i % 2 == 0) << i;
+    }
+    EXPECT_EQ(tree.height(), 9U);
+    expect_filled(copy, all);
+}
+
+TEST(variable_tree, leaves_its_own_values_in_place_when_it_is_tidied) {
+    const std::vector<std::string> all = names(100);
+    variable_tree_t tree = filled(all);
+    bool moved = false;
+    tree.cell(all[0], moved).is_present = false;
+    const ko::alg::result_t* const value = tree.find(all[50]);
+    tree.tidy();
+    EXPECT_EQ(tree.find(all[50]), value);
+    EXPECT_EQ(value_of(tree, all[50]), "(i) 50");
+}
+
 TEST(variable_tree, stays_low_in_whatever_order_names_come) {
     std::vector<std::string> order = names(1000);
     expect_filled(filled(order), order);

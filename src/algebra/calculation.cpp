@@ -1,0 +1,211 @@
+#include "algebra/calculation.h"
+
+#include <algorithm>
+
+#include "algebra/limits.h"
+
+namespace ko::alg {
+
+namespace {
+
+/// Makes one calculation; lives as long as that takes. It knows the stack of the program by the
+/// registers in which the values are: a leaf stays in its own until a step needs it elsewhere.
+class calculation_maker_t {
+public:
+    explicit calculation_maker_t(const program_t& source) : program(source) {}
+
+    calculation_t make();
+
+private:
+    using step_t = calculation_t::step_t;
+
+    void literals_add();
+    std::uint16_t leaf(operand_e kind, argument_t argument);
+    std::uint16_t operand(operand_e kind, argument_t argument);
+    std::uint16_t free_register() const {
+        return static_cast<std::uint16_t>(computed + stack.size());
+    }
+    void put(opcode_e opcode, std::uint16_t a, std::uint16_t b, std::size_t count = 0);
+    void top_settle();
+    void settle(std::size_t place);
+    bool translate(const instruction_t& instruction);
+    bool binary(const instruction_t& instruction);
+    bool call(const instruction_t& instruction);
+    bool jump(const instruction_t& instruction);
+
+    const program_t& program;
+    calculation_t made;
+    std::vector<std::uint16_t> stack;
+    std::vector<std::uint16_t> goals; ///< of the instructions: the step that each begins with
+    std::vector<bool> is_joint;       ///< whether a value comes there from elsewhere, too
+    std::vector<std::size_t> jumps;   ///< steps whose goal is still an instruction
+    std::size_t literals_used = 0;
+    std::size_t computed = 0; ///< the first register behind literals and variables
+};
+
+calculation_t calculation_maker_t::make() {
+    literals_add();
+    computed = made.names + program.names.size();
+    made.registers.resize(computed + program.stack_need + 1);
+    is_joint.resize(program.code.size());
+    for (const instruction_t& instruction : program.code) {
+        if (instruction.opcode == opcode_e::jump) {
+            is_joint[instruction.b.place] = true;
+        }
+    }
+    for (std::size_t i = 0; i < program.code.size(); ++i) {
+        if (is_joint[i]) {
+            top_settle();
+        }
+        goals.push_back(static_cast<std::uint16_t>(made.steps.size()));
+        if (!translate(program.code[i])) {
+            return {};
+        }
+    }
+    for (const std::size_t place : jumps) {
+        made.steps[place].out = goals[made.steps[place].out];
+    }
+    return std::move(made);
+}
+
+/// Gives every literal number a register, in the order of the code.
+void calculation_maker_t::literals_add() {
+    const auto add = [this](operand_e kind, argument_t argument) {
+        if (kind == operand_e::integer) {
+            made.registers.push_back(slot_t::of_int(argument.integer));
+        } else if (kind == operand_e::real) {
+            made.registers.push_back(slot_t::of_float(argument.real));
+        }
+    };
+    for (const instruction_t& instruction : program.code) {
+        add(instruction.left, instruction.a);
+        add(instruction.right, instruction.b);
+    }
+    made.names = static_cast<std::uint32_t>(made.registers.size());
+}
+
+std::uint16_t calculation_maker_t::leaf(operand_e kind, argument_t argument) {
+    return static_cast<std::uint16_t>(kind == operand_e::name ? made.names + argument.place
+                                                              : literals_used++);
+}
+
+std::uint16_t calculation_maker_t::operand(operand_e kind, argument_t argument) {
+    if (kind != operand_e::stack) {
+        return leaf(kind, argument);
+    }
+    const std::uint16_t place = stack.back();
+    stack.pop_back();
+    return place;
+}
+
+/// Adds a step, the value of which comes on top.
+void calculation_maker_t::put(opcode_e opcode, std::uint16_t a, std::uint16_t b,
+                              std::size_t count) {
+    const std::uint16_t out = free_register();
+    made.steps.push_back({opcode, static_cast<unsigned char>(count), out, a, b});
+    stack.push_back(out);
+}
+
+/// Brings a value to the register of its place on the stack.
+void calculation_maker_t::settle(std::size_t place) {
+    const auto own = static_cast<std::uint16_t>(computed + place);
+    if (stack[place] != own) {
+        made.steps.push_back({opcode_e::push, 0, own, stack[place], 0});
+        stack[place] = own;
+    }
+}
+
+void calculation_maker_t::top_settle() {
+    settle(stack.size() - 1);
+}
+
+/// @return false for what is no matter of numbers
+bool calculation_maker_t::translate(const instruction_t& instruction) {
+    if (instruction.left == operand_e::text || instruction.right == operand_e::text) {
+        return false;
+    }
+    switch (instruction.opcode) {
+    case opcode_e::push:
+        stack.push_back(leaf(instruction.left, instruction.a));
+        return true;
+    case opcode_e::negate:
+    case opcode_e::positive:
+    case opcode_e::logical_not:
+        put(instruction.opcode, operand(instruction.left, instruction.a), 0);
+        return true;
+    case opcode_e::branch:
+    case opcode_e::jump:
+        return jump(instruction);
+    case opcode_e::builtin:
+    case opcode_e::script_call:
+        return call(instruction);
+    case opcode_e::arguments: // a call without parameters is none for the calculator
+    case opcode_e::watch:
+        return true;
+    case opcode_e::end:
+        made.steps.push_back({opcode_e::end, 0, 0, stack.back(), 0});
+        return true;
+    default:
+        return instruction.opcode < opcode_e::push && binary(instruction);
+    }
+}
+
+/// Of two operands on the stack, the right one is above the left one; literals lie in the order
+/// of the code.
+bool calculation_maker_t::binary(const instruction_t& instruction) {
+    if (instruction.right == operand_e::stack) {
+        const std::uint16_t right = operand(instruction.right, instruction.b);
+        put(instruction.opcode, operand(instruction.left, instruction.a), right);
+    } else {
+        const std::uint16_t left = operand(instruction.left, instruction.a);
+        put(instruction.opcode, left, operand(instruction.right, instruction.b));
+    }
+    return true;
+}
+
+bool calculation_maker_t::call(const instruction_t& instruction) {
+    const callee_t& callee = program.targets[instruction.a.place].callee;
+    const std::size_t count = instruction.b.place;
+    const bool is_builtin = instruction.opcode == opcode_e::builtin;
+    const bool is_good = is_builtin ? callee.builtin->of_numbers != nullptr &&
+                                          count == static_cast<std::size_t>(callee.builtin->count)
+                                    : callee.scripts == nullptr;
+    if (!is_good || count == 0 || count > calculation_arguments_max) {
+        return false;
+    }
+    const std::size_t first = stack.size() - count;
+    for (std::size_t i = first; count > 1 && i < stack.size(); ++i) {
+        settle(i);
+    }
+    const std::uint16_t argument = stack[first];
+    stack.resize(first);
+    put(instruction.opcode, argument, static_cast<std::uint16_t>(instruction.a.place), count);
+    return true;
+}
+
+bool calculation_maker_t::jump(const instruction_t& instruction) {
+    std::uint16_t test = 0;
+    if (instruction.opcode == opcode_e::branch) {
+        test = operand(instruction.left, instruction.a);
+    } else {
+        top_settle();
+        stack.pop_back(); // the other one of the two values comes to the same place
+    }
+    jumps.push_back(made.steps.size());
+    made.steps.push_back(
+        {instruction.opcode, 0, static_cast<std::uint16_t>(instruction.b.place), test, 0});
+    return true;
+}
+
+} // namespace
+
+calculation_t calculation_make(const program_t& program) {
+    const std::size_t size = program.code.size();
+    if (size > calculation_max || program.stack_need > calculation_max || program.is_list ||
+        program.names.size() > calculation_max) {
+        return {};
+    }
+    return calculation_maker_t(program).make();
+}
+
+} // namespace ko::alg

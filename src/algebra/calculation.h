@@ -1,0 +1,35 @@
+/// @file
+/// A program as the calculator runs it.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "algebra/program.h"
+#include "algebra/value_stack.h"
+
+namespace ko::alg {
+
+/// Steps with three addresses, made from a program and the same as long as that.
+struct calculation_t {
+    /// What it does with the registers `a` and `b` goes to the register `out`. A jump has its
+    /// goal in `out`; a call has its first argument in `a` and its target in `b`.
+    struct step_t {
+        opcode_e opcode;
+        unsigned char count; ///< of arguments
+        std::uint16_t out;
+        std::uint16_t a;
+        std::uint16_t b;
+    };
+
+    std::vector<step_t> steps; ///< none where the program is no calculation
+    std::vector<slot_t> registers;
+    std::uint32_t names = 0;    ///< register of the first variable
+    std::uint32_t failures = 0; ///< in a row
+    std::uint32_t rest = 0;     ///< number of runs that are left to the machine
+};
+
+/// Makes the steps of a program. There are none when it needs more than numbers.
+calculation_t calculation_make(const program_t& program);
+
+} // namespace ko::alg

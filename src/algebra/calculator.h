@@ -1,0 +1,65 @@
+/// @file
+/// The calculator: the quick way through programs that need nothing but numbers.
+///
+/// A program that runs again gets a calculation: its code once more, with three addresses to a
+/// step instead of a stack. The addresses are registers: the literals first, then the variables,
+/// which are all read when the calculation begins, then what it computes. A leaf costs no step.
+///
+/// A calculation changes nothing that anyone can see, so it may give up anywhere: at a text, an
+/// unknown variable, a division by zero, a limit. The machine then runs the program from its
+/// beginning, as though nothing had been tried. Whatever is rare or fails is left to the machine.
+///
+/// A script function can be called whose body is a calculation and names nothing but its
+/// parameters: it gets registers of its own in the window.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "algebra/calculation.h"
+#include "algebra/context.h"
+#include "algebra/unit.h"
+
+namespace ko::alg {
+
+/// Runs the calculations of one evaluator. Used by one thread.
+class calculator_t {
+public:
+    explicit calculator_t(context_t& context) : base(context) {}
+
+    /// Computes the value of a program, outside of any other evaluation.
+    /// @param bodies identity of the collection of bodies that links of calls must lead to
+    /// @return false when it has given up, for now or for good
+    bool run(unit_t& unit, std::uint64_t bodies, slot_t& value);
+
+private:
+    using step_t = calculation_t::step_t;
+
+    /// A call that goes on when the body has its value.
+    struct call_t {
+        unit_t* unit;
+        const step_t* resume;
+        slot_t* registers;
+    };
+
+    bool names_load(unit_t& unit);
+    bool compute(unit_t& unit, slot_t& value);
+    void links_check();
+    unit_t* body_find(unit_t& caller, const step_t& step) const;
+    bool call(unit_t*& running, const step_t*& at, slot_t*& registers);
+    void give_back(unit_t*& running, const step_t*& at, slot_t*& registers);
+    bool may_go_on(const program_t& program);
+
+    context_t& base;
+    environment_t environment = {0, 0, 0};
+    std::uint64_t bodies_identity = 0;
+    std::uint64_t bodies_checked = 0;
+    std::uint64_t links_number = 1; ///< changes with what the links of calls depend on
+    std::size_t depth = 0;          ///< of the evaluation
+    std::vector<call_t> calls;
+    std::vector<slot_t> window; ///< never moves while a calculation runs
+    std::size_t window_used = 0;
+    std::uint64_t steps = 0;
+};
+
+} // namespace ko::alg

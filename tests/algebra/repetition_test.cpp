@@ -1,0 +1,139 @@
+// Programs that run again and again.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/evaluation.h"
+
+using ko::alg::algebra_t;
+using ko::alg::limits_t;
+using ko::alg::result_t;
+
+namespace {
+
+class repetition : public test::evaluator_t {
+protected:
+    void SetUp() override {
+        algebra.macro_define("sq(x)", "x*x");
+        algebra.macro_define("fib(n)", "n < 2 ? n : BEFORE");
+        algebra.macro_define("BEFORE", "fib(n - 1) + fib(n - 2)");
+        algebra.macro_define("two(p,q)", "p * 10 + q");
+        algebra.macro_define("deep(n)", "n == 0 ? 0 : DEEPER");
+        algebra.macro_define("DEEPER", "deep(n - 1) + 1");
+        algebra.macro_define("free(n)", "n + a");
+    }
+
+    std::string again() { return program_outcome(); }
+
+    // Every run gives what the first one gave.
+    void expect_steady(const std::string& text) {
+        ASSERT_TRUE(algebra.parse(text)) << text;
+        const std::string first = again();
+        for (int i = 0; i < 40; ++i) {
+            ASSERT_EQ(again(), first) << text << ", run " << i + 2;
+        }
+    }
+};
+
+constexpr const char* texts[] = {
+    "a",
+    "-a + !b - +c",
+    "(a + b*c) / (a - 1.5) + b*b",
+    "a % b + (a << 2) + (a >> 1)",
+    "(a & b) + (a | b) + (a && b) + (a || c)",
+    "(a < b) + 2*(a <= b) + 4*(a > b) + 8*(a >= b) + 16*(a == b) + 32*(a != b)",
+    "a ? b : c",
+    "1 + (a > b ? (b < c ? 10 : 20) : 30) * (a ? 2 : 3)",
+    "sqrt(abs(a)) + max(a, b) - min(1 + a, c) + max(min(a, b), c)",
+    "max(a, b)",
+    "sq(a) + sq(sq(b) - c)",
+    "fib(9)",
+    "two(a, two(1, c) - b)",
+    "deep(240) + deep(300)",
+    "deep(2000)",
+    "free(1) + free(2)",
+    "a ? 1 : missing",
+    "missing + 1",
+    "a / (b - b)",
+    "a % 0",
+    "pow(a, 2) + strlen(\"xyz\")",
+    "a + \"text\"",
+};
+
+} // namespace
+
+TEST_F(repetition, gives_the_same_each_time) {
+    const result_t values[] = {result_t(3), result_t(2.5F), result_t(-7), result_t(0.9999999999),
+                               result_t("text")};
+    for (const result_t& a : values) {
+        for (const result_t& b : values) {
+            algebra.assign("a", a);
+            algebra.assign("b", b);
+            algebra.assign("c", 3.5F);
+            for (const char* const text : texts) {
+                expect_steady(text);
+            }
+        }
+    }
+}
+
+TEST_F(repetition, follows_a_variable_through_all_types) {
+    result_t& a = algebra["a"];
+    ASSERT_TRUE(algebra.parse("a + a"));
+    for (int round = 0; round < 50; ++round) {
+        a = round;
+        ASSERT_EQ(again(), "(i) " + std::to_string(2 * round));
+        a = 0.25F;
+        ASSERT_EQ(again(), "(f) 0.5");
+        a = "x";
+        ASSERT_EQ(again(), "(s) xx");
+    }
+}
+
+TEST_F(repetition, keeps_both_views_of_a_value_that_goes_through) {
+    algebra.assign("a", 0.9999999999);
+    for (const char* const text : {"a", "max(a, 0)", "1 ? a : 2"}) {
+        ASSERT_TRUE(algebra.parse(text));
+        for (int i = 0; i < 4; ++i) {
+            result_t value = algebra.evaluate();
+            EXPECT_EQ(value.float_get(), 1.0F) << text;
+            value.type_set(result_t::type_int);
+            EXPECT_EQ(value.int_get(), 0) << text;
+        }
+    }
+}
+
+TEST_F(repetition, finds_a_function_that_was_defined_anew) {
+    ASSERT_TRUE(algebra.parse("sq(3)"));
+    EXPECT_EQ(again() + again() + again(), "(i) 9(i) 9(i) 9");
+    algebra.macro_define("sq(x)", "x*x*x");
+    EXPECT_EQ(again() + again() + again(), "(i) 27(i) 27(i) 27");
+    algebra.macro_define("sq()", "7");
+    EXPECT_EQ(again() + again(), "(i) 7(i) 7");
+}
+
+TEST_F(repetition, meets_a_limit_that_is_set_later) {
+    ASSERT_TRUE(algebra.parse("deep(20)"));
+    EXPECT_EQ(again() + again(), "(i) 20(i) 20");
+    limits_t limits = algebra.limits_get();
+    limits.nesting = 10;
+    algebra.limits_set(limits);
+    EXPECT_EQ(again(), "! algebra_t -- script function 'deep' nested more than 10 levels deep");
+    limits.nesting = 1000;
+    limits.steps = 50;
+    algebra.limits_set(limits);
+    EXPECT_EQ(again(), "! algebra_t -- evaluation exceeds the limit of 50 steps");
+}
+
+TEST_F(repetition, keeps_references_while_names_come_and_go) {
+    result_t& a = algebra["a"];
+    for (int i = 0; i < 500; ++i) {
+        const std::string name = "n" + std::to_string(i);
+        algebra.macro_define("set(x)", name + " = x");
+        a = i;
+        ASSERT_EQ(test::shown(algebra.evaluate("set(a) + a")), "(i) " + std::to_string(2 * i));
+        ASSERT_FALSE(algebra.find(name));
+    }
+    EXPECT_EQ(&algebra["a"], &a);
+}
