@@ -16,16 +16,30 @@
 #include <cstdint>
 #include <vector>
 
+#include "algebra/budget.h"
 #include "algebra/calculation.h"
-#include "algebra/context.h"
+#include "algebra/function_table.h"
+#include "algebra/macro_table.h"
+#include "algebra/nesting.h"
 #include "algebra/unit.h"
+#include "algebra/variables.h"
 
 namespace ko::alg {
+
+/// What a calculation reads of the state of an evaluator, which owns it all.
+struct calculator_state_t {
+    const variables_t& variables;
+    const function_table_t& functions;
+    const macro_table_t& macros;
+    const nesting_t& nesting;
+    const budget_t& budget;
+    budget_t* const& drawn; ///< the budget of an evaluation that runs; null when none does
+};
 
 /// Runs the calculations of one evaluator. Used by one thread.
 class calculator_t {
 public:
-    explicit calculator_t(context_t& context) : base(context) {}
+    explicit calculator_t(const calculator_state_t& state) : base(state) {}
 
     /// Computes the value of a program, outside of any other evaluation.
     /// @param bodies identity of the collection of bodies that links of calls must lead to
@@ -50,7 +64,7 @@ private:
     void give_back(unit_t*& running, const step_t*& at, slot_t*& registers);
     bool may_go_on(const program_t& program);
 
-    context_t& base;
+    const calculator_state_t base;
     environment_t environment = {0, 0, 0};
     std::uint64_t bodies_identity = 0;
     std::uint64_t bodies_checked = 0;

@@ -75,7 +75,9 @@ struct frame_t {
 /// Runs programs on one evaluator. Used by one thread.
 class machine_t {
 public:
-    explicit machine_t(context_t& context) : base(context), calculator(context) {}
+    explicit machine_t(context_t& context)
+        : base(context), calculator({context.variables, context.functions, context.macros,
+                                     context.nesting, context.budget, context.drawn}) {}
     machine_t(const machine_t&) = delete;
     machine_t& operator=(const machine_t&) = delete;
 

@@ -89,10 +89,16 @@ public:
         return {kind(), static_cast<std::uint32_t>(int_of_number()) | high(float_of_number())};
     }
     /// True when both are integers.
-    static bool are_integers(const slot_t& a, const slot_t& b) { return ((a.tag | b.tag) & kinds) == integer; }
+    static bool are_integers(const slot_t& a, const slot_t& b) {
+        return ((a.tag | b.tag) & kinds) == integer;
+    }
     /// True when both, which are numbers, are floats.
-    static bool are_reals(const slot_t& a, const slot_t& b) { return (a.tag & b.tag & real) != 0; }
-    static bool are_numbers(const slot_t& a, const slot_t& b) { return ((a.tag | b.tag) & borrowed) == 0; }
+    static bool are_reals(const slot_t& a, const slot_t& b) {
+        return (a.tag & b.tag & real) != 0;
+    }
+    static bool are_numbers(const slot_t& a, const slot_t& b) {
+        return ((a.tag | b.tag) & borrowed) == 0;
+    }
 
     slot_t() = default;
 
