@@ -89,8 +89,8 @@ struct handlers_t {
     /// parameter entity is never expanded.
     static void entity_declaration(void* user, const char*, int is_parameter, const char* value,
                                    int size, const char*, const char*, const char*, const char*) {
-        run_t& run = *static_cast<run_t*>(user);
         if (is_parameter == 0 && value != nullptr) {
+            run_t& run = *static_cast<run_t*>(user);
             run.refuse(run.limits.entity_declared({value, static_cast<std::size_t>(size)}));
         }
     }

@@ -18,17 +18,17 @@ namespace ko::lxml {
 namespace {
 
 constexpr escapes_t make_escapes() {
-    escapes_t escapes;
+    escapes_t made;
     for (unsigned c = 0; c != 256; ++c) {
         if (!ascii::is_print(static_cast<char>(c))) {
-            escapes.set_reference(static_cast<unsigned char>(c));
+            made.set_reference(static_cast<unsigned char>(c));
         }
     }
-    escapes.set('"', "&quot;");
-    escapes.set('&', "&amp;");
-    escapes.set('<', "&lt;");
-    escapes.set('>', "&gt;");
-    return escapes;
+    made.set('"', "&quot;");
+    made.set('&', "&amp;");
+    made.set('<', "&lt;");
+    made.set('>', "&gt;");
+    return made;
 }
 
 constexpr escapes_t escapes = make_escapes();
