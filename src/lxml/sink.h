@@ -76,7 +76,7 @@ public:
             put_large(text);
             return;
         }
-        std::memcpy(block.get() + used, text.data(), text.size());
+        std::copy(text.begin(), text.end(), block.get() + used); // an empty text may be null
         used += text.size();
     }
 
