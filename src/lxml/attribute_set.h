@@ -164,6 +164,7 @@ private:
     friend struct by_atoms_t;
 
     /// @param in_element whether the set is a member of an element
+    // The tree shares its place with the array. NOLINTNEXTLINE(*-member-init)
     explicit attribute_set_t(bool in_element)
         : array(nullptr), used(0), capacity(0), is_tree(0), is_in_element(in_element ? 1 : 0),
           is_pooled(1) {}
