@@ -27,7 +27,7 @@ protected:
     }
 
     document_t doc;
-    const load_options_t options;
+    const load_options_t options = {};
     const ko::xml::expat_parser_t parser{true};
     sax_t builder{doc, options, parser};
 };
