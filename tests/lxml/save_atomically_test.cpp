@@ -65,7 +65,7 @@ TEST_F(save_atomically, replaces_a_file) {
 }
 
 TEST_F(save_atomically, keeps_the_mode) {
-    for (const mode_t mode : {0600, 0640, 0755}) {
+    for (const mode_t mode : {0600U, 0640U, 0755U}) {
         const std::string path = dir.write("a.xml", "");
         chmod(path.c_str(), mode);
         save(path);
