@@ -1,12 +1,20 @@
 #include "algebra/identity.h"
 
-#include <atomic>
+#include <sys/random.h>
+
+#include "exception/exception.h"
 
 namespace ko::alg {
 
 std::uint64_t identity_make() {
-    static std::atomic<std::uint64_t> last{0};
-    return last.fetch_add(1, std::memory_order_relaxed) + 1;
+    // A counter would be state that all evaluators share; 64 random bits are not met twice.
+    std::uint64_t number = 0;
+    while (number == 0) {
+        if (getentropy(&number, sizeof number) != 0) {
+            throw exception_t(std::string("algebra_t -- the system gives no random numbers"));
+        }
+    }
+    return number;
 }
 
 } // namespace ko::alg

@@ -1,6 +1,6 @@
 #include "algebra/machine.h"
 
-#include <optional>
+#include <memory>
 
 #include "algebra/number_operators.h"
 #include "exception/exception.h"
@@ -103,17 +103,21 @@ void machine_t::begin(unit_t& unit, run_t& run) {
 
 /// Runs what has begun. The frame of the evaluator stays, with its value or values on top.
 void machine_t::execute(run_t& run) {
-    std::optional<result_t> given; // by a `return` in a tree that a host function has evaluated
+    // By a `return` in a tree that a host function has evaluated; apart, for the sake of the
+    // stack.
+    std::unique_ptr<result_t> given;
     for (;;) {
         try {
-            if (given.has_value() && give_back(run, std::move(*given))) {
+            if (given != nullptr && give_back(run, std::move(*given))) {
                 return;
             }
             given.reset();
-            loop(run);
+            while (!loop(run)) {
+                host_call(pc[-1]);
+            }
             return;
         } catch (return_exception_t& returned) {
-            given = std::move(returned.value);
+            given = std::make_unique<result_t>(std::move(returned.value));
         } catch (...) {
             end(run);
             throw;
@@ -210,7 +214,8 @@ bool machine_t::give_back(run_t& run, result_t value) {
 }
 
 /// The steps of programs, until that of the run ends.
-void machine_t::loop(run_t& run) {
+/// @return false at a call of a host function, which does without the stack of the loop
+bool machine_t::loop(run_t& run) {
     const instruction_t* at = pc;
     slot_t* slot = values.data() + top;
     const name_link_t* names = frame().unit->names.data();
@@ -317,9 +322,7 @@ void machine_t::loop(run_t& run) {
             break;
         case opcode_e::host_call:
             put();
-            host_call(step);
-            get();
-            break;
+            return false;
         case opcode_e::foreign_value:
         case opcode_e::foreign_list:
         case opcode_e::foreign_assign:
@@ -341,14 +344,14 @@ void machine_t::loop(run_t& run) {
             put();
             builtin_call(step);
             if (give_back(run)) {
-                return;
+                return true;
             }
             get();
             break;
         case opcode_e::end:
             put();
             if (leave(run)) {
-                return;
+                return true;
             }
             get();
             break;

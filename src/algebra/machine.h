@@ -109,7 +109,7 @@ private:
     void begin(unit_t& unit, run_t& run);
     void execute(run_t& run);
     void end(const run_t& run) noexcept;
-    void loop(run_t& run);
+    bool loop(run_t& run);
     bool leave(run_t& run);
     bool give_back(run_t& run);
     bool give_back(run_t& run, result_t value);
@@ -149,6 +149,10 @@ private:
     void builtin_call(const instruction_t& instruction);
     void builtin_general(const target_t& target, slot_t* arguments);
     void host_call(const instruction_t& instruction);
+    result_t host_apply_one(const function_prototype_t& function, algebra_t& owner);
+    result_t host_apply_two(const function_prototype_t& function, algebra_t& owner);
+    result_t host_apply_three(const function_prototype_t& function, algebra_t& owner);
+    result_t host_apply_list(const host_record_t& host, algebra_t& owner, std::size_t count);
     result_t host_apply(const host_record_t& host, algebra_t& owner, std::size_t count);
     result_t argument_take() { return values.take(values.data()[--top]); }
     void foreign(const instruction_t& instruction);

@@ -95,6 +95,43 @@ void machine_t::host_call(const instruction_t& instruction) {
     values.data()[top++] = values.keep(std::move(value));
 }
 
+// Each kind of host function is called by a function of its own, so that a call needs no more of
+// the stack than its own arguments do.
+
+[[gnu::noinline]] result_t machine_t::host_apply_one(const function_prototype_t& function,
+                                                     algebra_t& owner) {
+    return function.function1(owner, argument_take());
+}
+
+[[gnu::noinline]] result_t machine_t::host_apply_two(const function_prototype_t& function,
+                                                     algebra_t& owner) {
+    result_t b = argument_take();
+    return function.function2(owner, argument_take(), std::move(b));
+}
+
+[[gnu::noinline]] result_t machine_t::host_apply_three(const function_prototype_t& function,
+                                                       algebra_t& owner) {
+    result_t c = argument_take();
+    result_t b = argument_take();
+    return function.function3(owner, argument_take(), std::move(b), std::move(c));
+}
+
+[[gnu::noinline]] result_t machine_t::host_apply_list(const host_record_t& host, algebra_t& owner,
+                                                      std::size_t count) {
+    std::vector<result_t> arguments(count);
+    for (std::size_t i = count; i-- != 0;) {
+        arguments[i] = argument_take();
+    }
+    if (host.closure != nullptr) {
+        return host.closure(owner, arguments);
+    }
+    if (host.prototype.function_list != nullptr) {
+        return host.prototype.function_list(owner, std::move(arguments));
+    }
+    throw exception_t("external_function_t::evaluate() -- no prototype for function '%s'",
+                      host.prototype.name.c_str());
+}
+
 /// Calls a host function with the uppermost values, which are taken off the stack before.
 result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner, std::size_t count) {
     const function_prototype_t& function = host.prototype;
@@ -103,29 +140,15 @@ result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner, std:
         return function.function0(owner);
     }
     if (!is_listed && function.function1 != nullptr) {
-        return function.function1(owner, argument_take());
+        return host_apply_one(function, owner);
     }
     if (!is_listed && function.function2 != nullptr) {
-        result_t b = argument_take();
-        return function.function2(owner, argument_take(), std::move(b));
+        return host_apply_two(function, owner);
     }
     if (!is_listed && function.function3 != nullptr) {
-        result_t c = argument_take();
-        result_t b = argument_take();
-        return function.function3(owner, argument_take(), std::move(b), std::move(c));
+        return host_apply_three(function, owner);
     }
-    std::vector<result_t> arguments(count);
-    for (std::size_t i = count; i-- != 0;) {
-        arguments[i] = argument_take();
-    }
-    if (host.closure != nullptr) {
-        return host.closure(owner, arguments);
-    }
-    if (function.function_list != nullptr) {
-        return function.function_list(owner, std::move(arguments));
-    }
-    throw exception_t("external_function_t::evaluate() -- no prototype for function '%s'",
-                      function.name.c_str());
+    return host_apply_list(host, owner, count);
 }
 
 /// Asks a token of the host for its value or values, or gives it one.

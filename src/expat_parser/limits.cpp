@@ -12,7 +12,7 @@ namespace {
 
 /// @param name what stands between an ampersand and a semicolon
 bool is_plain(std::string_view name) {
-    constexpr std::string_view predefined[] = {"amp", "lt", "gt", "quot", "apos"};
+    static constexpr std::string_view predefined[] = {"amp", "lt", "gt", "quot", "apos"};
     return name.substr(0, 1) == "#" ||
            std::find(std::begin(predefined), std::end(predefined), name) != std::end(predefined);
 }

@@ -105,7 +105,7 @@ value_t bitwise(const std::string& op, std::int64_t i, std::int64_t j) {
     }
     const std::int64_t count = j & 0xFF;
     return of_int(op == "%"    ? i % j
-                  : op == "<<" ? (count > 31 ? 0 : i << count)
+                  : op == "<<" ? (count > 31 ? 0 : i * (std::int64_t{1} << count))
                   : op == ">>" ? (i >> (count > 31 ? 31 : count))
                   : op == "&"  ? (i & j)
                   : op == "|"  ? (i | j)
