@@ -1,6 +1,6 @@
 #include "algebra/machine.h"
 
-#include <memory>
+#include <optional>
 
 #include "algebra/number_operators.h"
 #include "exception/exception.h"
@@ -103,12 +103,10 @@ void machine_t::begin(unit_t& unit, run_t& run) {
 
 /// Runs what has begun. The frame of the evaluator stays, with its value or values on top.
 void machine_t::execute(run_t& run) {
-    // By a `return` in a tree that a host function has evaluated; apart, for the sake of the
-    // stack.
-    std::unique_ptr<result_t> given;
+    std::optional<result_t> given; // by a `return` in a tree that a host function has evaluated
     for (;;) {
         try {
-            if (given != nullptr && give_back(run, std::move(*given))) {
+            if (given.has_value() && give_back(run, std::move(*given))) {
                 return;
             }
             given.reset();
@@ -117,7 +115,7 @@ void machine_t::execute(run_t& run) {
             }
             return;
         } catch (return_exception_t& returned) {
-            given = std::make_unique<result_t>(std::move(returned.value));
+            given = std::move(returned.value);
         } catch (...) {
             end(run);
             throw;

@@ -14,9 +14,10 @@ variables_t::variables_t(const variables_t& other)
 
 variables_t& variables_t::operator=(const variables_t& other) {
     variable_tree_t copied = other.copy();
+    const std::uint64_t now = identity_make();
     snapshots = other.snapshots;
     std::swap(values, copied);
-    generation = identity_make();
+    generation = now;
     referenced = false;
     return *this;
 }
