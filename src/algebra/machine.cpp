@@ -55,10 +55,14 @@ result_t machine_t::run(unit_t& unit, bool& returned) {
     begin(unit, run);
     execute(run);
     returned = run.returned;
-    const slot_t value = values.data()[run.slots];
-    result_t result = values.value_of(value);
-    end(run);
-    return result;
+    try {
+        result_t result = values.value_of(values.data()[run.slots]);
+        end(run);
+        return result;
+    } catch (...) {
+        end(run);
+        throw;
+    }
 }
 
 bool machine_t::run_list(unit_t& unit, std::vector<result_t>& out) {
