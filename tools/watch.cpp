@@ -59,9 +59,9 @@ bool watch_t::changed() {
         inotify_event event{};
         std::memcpy(&event, buffer.data() + at, sizeof event);
         const char* const name = buffer.data() + at + sizeof event;
-        found = found || std::any_of(entries.begin(), entries.end(), [&](const entry_t& entry) {
-                    return entry.folder == event.wd && event.len > 0 && entry.name == name;
-                });
+        // Events of a folder itself carry no name.
+        const entry_t file{event.wd, event.len > 0 ? name : ""};
+        found = found || std::find(entries.begin(), entries.end(), file) != entries.end();
         at += sizeof event + event.len;
     }
     return found;

@@ -29,6 +29,10 @@ private:
     struct entry_t {
         int folder;
         std::string name;
+
+        bool operator==(const entry_t& other) const {
+            return folder == other.folder && name == other.name;
+        }
     };
 
     bool changed();
