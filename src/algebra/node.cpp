@@ -321,7 +321,7 @@ struct node_t::grafting_t {
     void run(const node_t& root);
     place_t copy(const syntax_t& source, const item_t& item, std::string_view text);
     void graft(const task_t& task);
-    void graft_node(const node_t& node, const task_t& task);
+    void graft_node(const node_t& node);
 
     syntax_t syntax;
     std::vector<task_t> pending;
@@ -354,12 +354,12 @@ place_t node_t::grafting_t::copy(const syntax_t& source, const item_t& item,
 }
 
 void node_t::grafting_t::graft(const task_t& task) {
-    const auto place = static_cast<place_t>(syntax.items.size());
+    const auto grafted = static_cast<place_t>(syntax.items.size());
     if (task.parent != no_place) {
-        syntax.items[task.parent].operands[task.operand] = place;
+        syntax.items[task.parent].operands[task.operand] = grafted;
     }
     if (const auto* const node = dynamic_cast<const node_t*>(task.token)) {
-        graft_node(*node, task);
+        graft_node(*node);
     } else if (task.token != nullptr) {
         item_t item;
         item.kind = item_e::foreign;
@@ -372,30 +372,30 @@ void node_t::grafting_t::graft(const task_t& task) {
         copy(*task.source, item, task.source->text_of(item));
         for (unsigned i = 3; i-- != 0;) {
             if (item.operands[i] != no_place) {
-                pending.push_back({nullptr, task.source, item.operands[i], place, i});
+                pending.push_back({nullptr, task.source, item.operands[i], grafted, i});
             }
         }
     }
 }
 
-void node_t::grafting_t::graft_node(const node_t& node, const task_t&) {
+void node_t::grafting_t::graft_node(const node_t& node) {
     const item_t& item = node.item();
     const bool is_renamed = item.kind == item_e::name || item.kind == item_e::call;
-    const place_t place =
+    const place_t grafted =
         copy(*node.tree, item, is_renamed ? node.text : node.tree->text_of(item));
     if (!node.is_host_bound) {
         for (unsigned i = 3; i-- != 0;) {
             if (item.operands[i] != no_place) {
-                pending.push_back({nullptr, node.tree.get(), item.operands[i], place, i});
+                pending.push_back({nullptr, node.tree.get(), item.operands[i], grafted, i});
             }
         }
         return;
     }
-    syntax.items[place].is_bound = true;
-    syntax.items[place].takes_nothing = node.without_arguments;
+    syntax.items[grafted].is_bound = true;
+    syntax.items[grafted].takes_nothing = node.without_arguments;
     for (unsigned i = 3; i-- != 0;) {
         if (node.operands[i] != nullptr) {
-            pending.push_back({node.operands[i], nullptr, 0, place, i});
+            pending.push_back({node.operands[i], nullptr, 0, grafted, i});
         }
     }
 }
