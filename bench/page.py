@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Puts a measured table into docs/performance.md and draws the charts of that page anew.
+"""Puts a measured table into docs/performance.md, draws the charts of that page anew, and puts a
+few figures of it into the README.
 
 Usage: page.py SECTION <TABLE, where a section lies between two comments of the page: "measured",
 which scripts/bench writes, or "growth", which scripts/growth writes.
@@ -11,8 +12,10 @@ from pathlib import Path
 import charts
 
 HERE = Path(__file__).parent
-FOLDER = HERE.parent / "docs"
-PAGE = "performance.md"
+TOP = HERE.parent
+PAGE = "docs/performance.md"
+README = "README.md"
+FIGURES = ["E1", "E2", "X1", "X4", "P1", "P2"]
 PICTURES = {
     "measured": [("performance-ratios.svg", "For each workload the ratio to the best peer"),
                  ("performance-memory.svg", "Bytes an element of each library")],
@@ -31,16 +34,37 @@ def charts_of(page):
     return charts.draw(page, floors())
 
 
-def update(section, table, folder=FOLDER):
-    """Replaces the table of a section, and writes the page and its charts."""
+def figures_of(table):
+    """The section of the README: some workloads, each with the best peer. Empty without them."""
+    rows = {row[0]: row for row in charts.rows_of(table, 8) if row[0] in FIGURES and row[5]}
+    if not rows:
+        return ""
+    lines = ["## How fast", "",
+             "Side by side with other libraries; [Performance](docs/performance.md) has the rest.",
+             "",
+             "| | kobase | the best of the others |", "| --- | --- | --- |"]
+    for name in filter(rows.get, FIGURES):
+        ratio, unit = charts.Ratio(rows[name], floors()), rows[name][2]
+        ours, theirs = rows[name][3].split()[0], dict(charts.amounts(rows[name][4]))[ratio.peer]
+        lines.append(f"| {ratio.what} | {ours} {unit} | {theirs:.4g} {unit}, {ratio.peer} |")
+    return "\n".join(lines) + "\n"
+
+
+def section_replace(path, section, text):
     begin, end = f"<!-- {section} -->\n", f"<!-- end of {section} -->"
-    before, rest = (folder / PAGE).read_text().split(begin)
+    before, rest = path.read_text().split(begin)
+    path.write_text(before + begin + text + end + rest.split(end)[1])
+
+
+def update(section, table, top=TOP):
+    """Replaces the table of a section, and writes what is made of the tables."""
     pictures = charts_of(table)
     shown = [f"![{words}]({name})\n" for name, words in PICTURES[section] if name in pictures]
-    page = before + begin + "\n".join([*shown, table]) + end + rest.split(end)[1]
-    (folder / PAGE).write_text(page)
+    section_replace(top / PAGE, section, "\n".join([*shown, table]))
+    page = (top / PAGE).read_text()
     for name, picture in charts_of(page).items():
-        (folder / name).write_text(picture)
+        (top / PAGE).with_name(name).write_text(picture)
+    section_replace(top / README, "figures", figures_of(page))
 
 
 if __name__ == "__main__":

@@ -139,22 +139,31 @@ class Charts(unittest.TestCase):
 
     def test_replace_one_section_of_the_page_and_its_pictures(self):
         with tempfile.TemporaryDirectory() as name:
-            folder = Path(name)
-            written = folder / "performance.md"
+            top = Path(name)
+            (top / "docs").mkdir()
+            written = top / page.PAGE
             written.write_text("A\n<!-- measured -->\nold\n<!-- end of measured -->\nB\n"
                                "<!-- growth -->\nkept\n<!-- end of growth -->\n")
-            page.update("measured", TIMES, folder)
+            (top / page.README).write_text("C\n<!-- figures -->\n<!-- end of figures -->\nD\n")
+            page.update("measured", TIMES, top)
             text = written.read_text()
             self.assertIn(TIMES + "<!-- end of measured -->\nB\n", text)
             self.assertIn("](performance-ratios.svg)\n", text)
             self.assertIn("<!-- growth -->\nkept\n", text)
             self.assertNotIn("old", text)
-            self.assertEqual(sorted(path.name for path in folder.glob("*.svg")),
+            self.assertEqual(sorted(path.name for path in written.parent.glob("*.svg")),
                              ["performance-memory.svg", "performance-ratios.svg"])
+            self.assertIn("| load 20 MB | 50 MB/s | 200 MB/s, pugixml |\n"
+                          "| memory | 300 bytes | 200 bytes, pugixml |\n"
+                          "<!-- end of figures -->\nD\n",
+                          (top / page.README).read_text())
 
     def test_of_the_page_are_those_of_its_tables(self):
-        for name, picture in page.charts_of((page.FOLDER / page.PAGE).read_text()).items():
-            self.assertEqual((page.FOLDER / name).read_text(), picture, name)
+        text = (page.TOP / page.PAGE).read_text()
+        for name, picture in page.charts_of(text).items():
+            self.assertEqual((page.TOP / page.PAGE).with_name(name).read_text(), picture, name)
+        self.assertIn("<!-- figures -->\n" + page.figures_of(text) + "<!-- end of figures -->",
+                      (page.TOP / page.README).read_text())
 
 
 if __name__ == "__main__":
