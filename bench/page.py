@@ -50,10 +50,15 @@ def figures_of(table):
     return "\n".join(lines) + "\n"
 
 
+def framed(text):
+    """A section between its comments; without the blank lines its first line is part of them."""
+    return f"\n{text}\n" if text else ""
+
+
 def section_replace(path, section, text):
     begin, end = f"<!-- {section} -->\n", f"<!-- end of {section} -->"
     before, rest = path.read_text().split(begin)
-    path.write_text(before + begin + text + end + rest.split(end)[1])
+    path.write_text(before + begin + framed(text) + end + rest.split(end)[1])
 
 
 def update(section, table, top=TOP):

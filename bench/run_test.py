@@ -147,14 +147,14 @@ class Charts(unittest.TestCase):
             (top / page.README).write_text("C\n<!-- figures -->\n<!-- end of figures -->\nD\n")
             page.update("measured", TIMES, top)
             text = written.read_text()
-            self.assertIn(TIMES + "<!-- end of measured -->\nB\n", text)
-            self.assertIn("](performance-ratios.svg)\n", text)
+            self.assertIn(TIMES + "\n<!-- end of measured -->\nB\n", text)
+            self.assertIn("<!-- measured -->\n\n![", text)
             self.assertIn("<!-- growth -->\nkept\n", text)
             self.assertNotIn("old", text)
             self.assertEqual(sorted(path.name for path in written.parent.glob("*.svg")),
                              ["performance-memory.svg", "performance-ratios.svg"])
             self.assertIn("| load 20 MB | 50 MB/s | 200 MB/s, pugixml |\n"
-                          "| memory | 300 bytes | 200 bytes, pugixml |\n"
+                          "| memory | 300 bytes | 200 bytes, pugixml |\n\n"
                           "<!-- end of figures -->\nD\n",
                           (top / page.README).read_text())
 
@@ -162,7 +162,8 @@ class Charts(unittest.TestCase):
         text = (page.TOP / page.PAGE).read_text()
         for name, picture in page.charts_of(text).items():
             self.assertEqual((page.TOP / page.PAGE).with_name(name).read_text(), picture, name)
-        self.assertIn("<!-- figures -->\n" + page.figures_of(text) + "<!-- end of figures -->",
+        figures = page.framed(page.figures_of(text))
+        self.assertIn(f"<!-- figures -->\n{figures}<!-- end of figures -->",
                       (page.TOP / page.README).read_text())
 
 
