@@ -15,8 +15,9 @@ import subprocess
 import sys
 from pathlib import Path
 
+import page
+
 HERE = Path(__file__).parent
-DOCUMENT = HERE.parent / "docs" / "performance.md"
 OURS = "kobase"
 PACKAGES = {
     "muparser": "libmuparser-dev", "lua": "liblua5.4-dev", "luajit": "libluajit-5.1-dev",
@@ -180,12 +181,6 @@ def context(all_sides):
         "Peers: " + ", ".join(versions) + ".", ""])
 
 
-def document_update(text):
-    begin, end = "<!-- measured -->\n", "<!-- end of measured -->"
-    before, rest = DOCUMENT.read_text().split(begin)
-    DOCUMENT.write_text(before + begin + text + end + rest.split(end)[1])
-
-
 def compare(chosen, all_sides, check, update):
     os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
     table = Table()
@@ -200,7 +195,7 @@ def compare(chosen, all_sides, check, update):
         lines.append(table.line(workload))
         print(lines[-1], flush=True)
     if update:
-        document_update("\n".join(lines) + "\n")
+        page.update("measured", "\n".join(lines) + "\n")
     missed = [f"{workload.name}: {reached:.3g}, goal {words}" for workload in chosen
               for words, reached, good in table.judged(workload) if not good]
     if check and missed:
@@ -251,7 +246,7 @@ def main():
     mode.add_argument("--smoke", action="store_true",
                       help="run everything once, as small as can be, and compare check numbers")
     parser.add_argument("--update", action="store_true",
-                        help="write the table into docs/performance.md, or with --instructions "
+                        help="write the table into docs/performance.md, with its charts, or with --instructions "
                         "the counts into bench/instructions.tsv")
     parser.add_argument("workload", nargs="*")
     given = parser.parse_args()

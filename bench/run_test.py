@@ -1,10 +1,13 @@
-"""Tests of the runner, with sides that give made-up figures."""
+"""Tests of the runner and of the charts, with made-up figures."""
 
 import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree as ElementTree
 from pathlib import Path
+
+import page
 
 RUNNER = Path(__file__).parent / "run.py"
 
@@ -71,6 +74,97 @@ class Runner(unittest.TestCase):
         done = self.run_it()
         self.assertEqual(done.returncode, 1)
         self.assertIn("no bench_kobase in", done.stderr)
+
+
+TIMES = """| | workload | unit | kobase | peers | to the best | to the floor | goals |
+| --- | --- | --- | --- | --- | --- | --- | --- |
+| E1 | evaluate `a < b` | ns | 20 (21) | muparser 40 (41), lua 80 (80) | 0.5 | | |
+| E7 | copy an evaluator | ns | 30 (30) | | | | |
+| X1 | load 20 MB | MB/s | 50 (49) | expat 400 (390), libxml2 100 (9), pugixml 200 (9) | 4 | 8 | |
+| X4 | memory | bytes | 300 (300) | pugixml 200 (200), libxml2 600 (600) | 1.5 | | |
+| X4p | memory at its peak | bytes | 500 (500) | pugixml 1e+03 (1e+03) | 0.5 | | |
+"""
+
+GROWTH = """| milliseconds | 10^3 | 10^4 | 10^5 | 10^6 | growth / n log n |
+| --- | --- | --- | --- | --- | --- |
+| terms_parse | 0.1 | 1 | 10 | 100 | 0.75 |
+| elements_process | 1 | 10 | 100 | 1e+03 | 0.80 |
+"""
+
+SVG = "{http://www.w3.org/2000/svg}"
+
+
+class Charts(unittest.TestCase):
+    def drawn(self, tables):
+        return {name: ElementTree.fromstring(svg) for name, svg in page.charts_of(tables).items()}
+
+    def texts(self, picture):
+        return [text.text for text in picture.iter(SVG + "text")]
+
+    def bars(self, picture):
+        """For each bar its label, where it begins and how wide it is."""
+        return [(bar.find(SVG + "title").text, float(bar.get("x")), float(bar.get("width")))
+                for bar in picture.iter(SVG + "rect") if bar.find(SVG + "title") is not None]
+
+    def test_put_better_ratios_left_of_1_and_worse_right_of_it(self):
+        ratios = self.bars(self.drawn(TIMES)["performance-ratios.svg"])
+        self.assertEqual([label for label, _, _ in ratios],
+                         ["evaluate `a < b`: 0.5 x muparser", "load 20 MB: 4 x pugixml",
+                          "memory: 1.5 x pugixml", "memory at its peak: 0.5 x pugixml"])
+        (_, left, octave), (_, one, two_octaves) = ratios[:2]
+        self.assertAlmostEqual(left + octave, one)
+        self.assertAlmostEqual(two_octaves, 2 * octave, delta=0.2)
+
+    def test_leave_out_a_workload_without_a_peer(self):
+        texts = self.texts(self.drawn(TIMES)["performance-ratios.svg"])
+        self.assertIn("E1", texts)
+        self.assertNotIn("E7", texts)
+
+    def test_show_the_memory_of_each_library_to_scale(self):
+        memory = self.bars(self.drawn(TIMES)["performance-memory.svg"])
+        self.assertEqual([label for label, _, _ in memory],
+                         ["pugixml", "pugixml", "kobase", "kobase", "libxml2"])
+        self.assertEqual([width for _, _, width in memory], [112, 560, 168, 280, 336])
+
+    def test_show_growth_as_a_line_for_each_operation(self):
+        lines = list(self.drawn(GROWTH)["performance-growth.svg"].iter(SVG + "polyline"))
+        self.assertEqual([line.find(SVG + "title").text for line in lines],
+                         ["terms_parse", "elements_process", "n log n", "n squared"])
+        ends = [line.get("points").split()[-1] for line in lines[:2]]
+        self.assertEqual(ends, ["640,110.0", "640,50.0"])
+
+    def test_are_drawn_of_what_was_measured_only(self):
+        self.assertEqual(list(self.drawn(GROWTH)), ["performance-growth.svg"])
+        self.assertEqual(self.drawn("No table."), {})
+
+    def test_replace_one_section_of_the_page_and_its_pictures(self):
+        with tempfile.TemporaryDirectory() as name:
+            top = Path(name)
+            (top / "docs").mkdir()
+            written = top / page.PAGE
+            written.write_text("A\n<!-- measured -->\nold\n<!-- end of measured -->\nB\n"
+                               "<!-- growth -->\nkept\n<!-- end of growth -->\n")
+            (top / page.README).write_text("C\n<!-- figures -->\n<!-- end of figures -->\nD\n")
+            page.update("measured", TIMES, top)
+            text = written.read_text()
+            self.assertIn(TIMES + "\n<!-- end of measured -->\nB\n", text)
+            self.assertIn("<!-- measured -->\n\n![", text)
+            self.assertIn("<!-- growth -->\nkept\n", text)
+            self.assertNotIn("old", text)
+            self.assertEqual(sorted(path.name for path in written.parent.glob("*.svg")),
+                             ["performance-memory.svg", "performance-ratios.svg"])
+            self.assertIn("| load 20 MB | 50 MB/s | 200 MB/s, pugixml |\n"
+                          "| memory | 300 bytes | 200 bytes, pugixml |\n\n"
+                          "<!-- end of figures -->\nD\n",
+                          (top / page.README).read_text())
+
+    def test_of_the_page_are_those_of_its_tables(self):
+        text = (page.TOP / page.PAGE).read_text()
+        for name, picture in page.charts_of(text).items():
+            self.assertEqual((page.TOP / page.PAGE).with_name(name).read_text(), picture, name)
+        figures = page.framed(page.figures_of(text))
+        self.assertIn(f"<!-- figures -->\n{figures}<!-- end of figures -->",
+                      (page.TOP / page.README).read_text())
 
 
 if __name__ == "__main__":

@@ -1,4 +1,5 @@
 // Reads a room from a file and works out the amplifier that it needs.
+#include <exception>
 #include <iostream>
 
 #include "kobase.h"
@@ -16,7 +17,7 @@ int main(int argc, char** argv) {
         algebra.assign("area", std::stoi(room.root->attribute_get_value("area", "0")));
         algebra.macro_define("watts(area)", "area < 50 ? 100 : area * 3");
         std::cout << "amplifier: " << algebra.evaluate("watts(area)").int_get() << " W\n";
-    } catch (const ko::exception_t& e) {
+    } catch (const std::exception& e) {
         std::cerr << "first: " << e.what() << '\n';
         return 1;
     }

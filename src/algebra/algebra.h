@@ -27,12 +27,18 @@ struct KO_API error_t {
 
 /// The expression evaluator: variables, functions, macros and one parsed program.
 ///
-/// It owns all of these. A copy is complete and independent. A host function may parse with the
-/// evaluator that calls it, assign to it and copy it, but not destroy it. An object is used by
-/// one thread at a time; two objects may be used by two threads, a copy and its source among
-/// them. After an exception an evaluator can be used and destroyed as before; variables that the
-/// failed expression had assigned keep their new values.
-///
+/// @par Owns
+/// All of these; a copy is complete and independent. Functions by pointer and the flag of
+/// `interrupt_set` are borrowed.
+/// @par Lives
+/// Programs in lists of the caller's may outlive it. A host function may parse with the evaluator
+/// that calls it, assign to it and copy it, but not destroy it.
+/// @par Threads
+/// An object is used by one thread at a time; two objects may be used by two threads, a copy and
+/// its source among them.
+/// @par After an exception
+/// It can be used and destroyed as before; variables that the failed expression had assigned keep
+/// their new values.
 /// @code
 /// alg::algebra_t algebra;
 /// algebra.assign("channels", 8);

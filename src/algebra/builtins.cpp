@@ -72,7 +72,7 @@ result_t quad_of(const builtin_call_t& call) {
     const float a = call.arguments[0].float_get();
     const float b = call.arguments[1].float_get();
     const float c = call.arguments[2].float_get();
-    // One square in single and the rest in double precision; callers rely on the digits.
+    // One square in single and the rest in double precision; callers rely on it (quirk "quad").
     const float square = b * b;
     const auto discriminant = static_cast<float>(
         static_cast<double>(square) - 4.0 * static_cast<double>(a) * static_cast<double>(c));
@@ -119,7 +119,7 @@ result_t defined_of(const builtin_call_t& call) {
 }
 
 result_t exists_of(const builtin_call_t& call) {
-    // The message names the other function; callers rely on it.
+    // The message names the other function; callers rely on it (quirk "exists' message").
     const result_t* const value = call.variables.find(text_argument(
         call.arguments[0], "algebra_t::exists_f() -- non-string argument to 'defined'"));
     return value == nullptr ? result_t(0) : *value;

@@ -128,7 +128,7 @@ bool lexer_t::mark(item_e kind, previous_e previous) {
 
 bool lexer_t::comma() {
     if (settings.numeric_only) {
-        ++position; // a comma leaves no trace then; callers rely on it
+        ++position; // callers rely on it (quirk "numeric mode: commas")
         return true;
     }
     return operation_add(comma_id, 1, previous_e::separator);
@@ -180,7 +180,7 @@ bool lexer_t::quoted() {
 
 bool lexer_t::name() {
     if (settings.numeric_only) {
-        ++position; // a name is skipped letter by letter; callers rely on it
+        ++position; // callers rely on it (quirk "numeric mode: names")
         return true;
     }
     const std::size_t begin = position;
@@ -238,13 +238,14 @@ bool lexer_t::zero() {
         return fraction(begin);
     }
     if (next == ':') {
-        return fail_unidentified(next); // "0:" alone is refused; callers rely on it
+        return fail_unidentified(next); // callers rely on it (quirk "zero and colon")
     }
     if (next == 'x') {
         ++position;
         take_while(hex_legals);
     } else if (next == 'X' || ascii::is_digit(next)) {
-        // "0X" is read as an octal number, which ends before a letter; callers rely on it.
+        // "0X" is read as an octal number, which ends before a letter; callers rely on it (quirk
+        // "upper-case X").
         ++position;
         take_while(octal_legals);
     }
@@ -257,7 +258,7 @@ bool lexer_t::fraction(std::size_t begin) {
     take_while(decimal_legals);
     if (line[position] == 'e' || line[position] == 'E') {
         ++position;
-        if (line[position] == '-') { // "+" is no sign of an exponent; callers rely on it
+        if (line[position] == '-') { // callers rely on "+" being none (quirk "exponent sign")
             ++position;
         }
         take_while(decimal_legals);

@@ -7,7 +7,7 @@
 namespace ko::alg {
 
 /// The replacement of macros in one statement at which substitution gives up. The message says
-/// 50; callers rely on both.
+/// 50; callers rely on both (quirk "48, not 50").
 constexpr std::size_t replacements_max = 49;
 
 /// Number of instructions between two looks at the flag that interrupts an evaluation: some ten

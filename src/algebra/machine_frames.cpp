@@ -218,7 +218,7 @@ void machine_t::assign(const std::string& name, const std::string& expression) {
 }
 
 /// Begins the evaluation of a text, the value of which a variable gets. The outcome of the parse
-/// is ignored; callers rely on it.
+/// is ignored; callers rely on it (quirk "failed parse kept").
 void machine_t::assign_begin(std::string name, const std::string& text) {
     unit_ptr_t unit = unit_make();
     const frame_t& caller = frame();

@@ -78,7 +78,7 @@ bool binder_t::depths_set() {
     return depth == 0;
 }
 
-/// String literals "," go too; callers rely on it.
+/// String literals "," go too; callers rely on it (quirk "numeric mode: commas").
 void binder_t::commas_remove() {
     for (place_t place = syntax.first; place != no_place; place = items[place].next) {
         if (syntax.text_of(items[place]) == ",") {

@@ -11,10 +11,25 @@ namespace ko::alg {
 
 /// The value of the expression evaluator: an integer, a float or a string.
 ///
-/// A plain value that owns its text; one that was moved from can be assigned to and destroyed. A
-/// number carries both an integer and a float view of itself; a string reads as 0 in both. There
-/// is no boolean type: truth is the integer 0 or 1. Conversions, wrapping and rounding are those
-/// of a 32-bit ARM processor on every platform.
+/// A number carries both an integer and a float view of itself; a string reads as 0 in both.
+/// There is no boolean type: truth is the integer 0 or 1. Conversions, wrapping and rounding are
+/// those of a 32-bit ARM processor on every platform.
+///
+/// @par Owns
+/// Its text.
+/// @par Lives
+/// As a plain value; one that was moved from can be assigned to and destroyed.
+/// @par Threads
+/// Used by one thread at a time.
+/// @par After an exception
+/// It can be assigned to and destroyed.
+///
+/// @code
+/// const alg::result_t gain = 0.5;
+/// std::cout << alg::result_t(3) * gain << '\n';                 // (f) 1.5
+/// std::cout << alg::result_t("zone ") + alg::result_t(3) << '\n'; // (s) zone 3
+/// std::cout << gain.int_get() << '\n';                          // 0
+/// @endcode
 class KO_API result_t {
 public:
     /// Type codes, in the order of promotion: the larger one wins.
@@ -26,7 +41,8 @@ public:
     result_t(long value);   ///< an integer, the low 32 bits of `value`
     result_t(float value);  ///< a float; the integer view is truncated towards zero
     result_t(double value); ///< a float rounded from `value`; the integer view is truncated
-                            ///< from `value` itself, which callers rely on
+                            ///< from `value` itself; callers rely on it (quirk "double's
+                            ///< integer")
     result_t(const std::string& value);     ///< a string
     result_t(std::string&& value) noexcept; ///< a string, whose text is moved
     result_t(const char* value);            ///< a string; null throws a `ko::exception_t`

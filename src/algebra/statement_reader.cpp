@@ -58,7 +58,7 @@ bool statement_reader_t::read() {
         const char c = text[position++];
         switch (c) {
         case ';':
-        case '\xFF': // ends a statement as the end of the text does; callers rely on it
+        case '\xFF': // callers rely on it (quirk "byte 255")
             return substitute;
         case '\n':
             break;
@@ -83,7 +83,8 @@ void statement_reader_t::quoted(char quote) {
 
 void statement_reader_t::slash() {
     if (at_end()) {
-        // A text that ends in "/" goes without macro substitution; callers rely on it.
+        // A text that ends in "/" goes without macro substitution; callers rely on it (quirk
+        // "slash at the end").
         statement += '/';
         substitute = false;
         return;
@@ -105,7 +106,7 @@ void statement_reader_t::line_comment() {
 }
 
 /// The character after a "*" that no "/" follows is skipped unseen, so "**/" does not end a
-/// comment; callers rely on it.
+/// comment; callers rely on it (quirk "star and slash").
 void statement_reader_t::block_comment() {
     for (;;) {
         while (next() != '*') {

@@ -17,9 +17,16 @@ class list_t;
 
 /// A node of an expression tree; a whole expression when it is the root.
 ///
-/// A node owns its operands. What a node refers to stays valid whatever becomes of the evaluator
-/// that parsed it. A tree is used by one thread at a time, which with calls of script functions
-/// in it is the thread that uses the evaluator that parsed it.
+/// @par Owns
+/// Its operands.
+/// @par Lives
+/// As long as the list or the node that owns it. What it refers to stays valid whatever becomes
+/// of the evaluator that parsed it.
+/// @par Threads
+/// A tree is used by one thread at a time, which with calls of script functions in it is the
+/// thread that uses the evaluator that parsed it.
+/// @par After an exception
+/// It can be evaluated again.
 class KO_API token_t {
 public:
     /// @param text the spelling, the digits, the content of a string or the name
@@ -93,9 +100,16 @@ struct KO_API names_t {
     std::set<std::string> functions; ///< that it calls
 };
 
-/// A list of tokens that owns them: the result of a parse.
+/// A list of tokens: the result of a parse. After a successful one it holds one token, the root.
 ///
-/// After a successful parse it holds one token, the root. It is used by one thread at a time.
+/// @par Owns
+/// Its tokens; what is taken out by the members of `std::list` is the caller's to delete.
+/// @par Lives
+/// It may outlive the evaluator that parsed into it.
+/// @par Threads
+/// As its tokens.
+/// @par After an exception
+/// A parse that failed may leave tokens that are not bound; they are still the list's.
 class KO_API list_t : public std::list<token_t*> {
 public:
     list_t();

@@ -129,7 +129,7 @@ bool cmd_arg_parser_t::next(float& value) {
 bool cmd_arg_parser_t::next(double& value) {
     float number = to_float(value);
     const bool is_read = next(number);
-    // Stored back whether a number was read or not: callers rely on the single precision.
+    // Stored back whether a number was read or not; callers rely on it (quirk "single doubles").
     value = static_cast<double>(number);
     return is_read;
 }

@@ -12,9 +12,27 @@ namespace ko::util {
 
 /// The words of a command line: finds an option and reads the values after it.
 ///
-/// It owns copies of the words, so the caller's array may go. A word that begins with "-" is
-/// never a value, so no negative number can be read. Used by one thread at a time. A call that
-/// throws (allocation failure) may have consumed the word, and leaves the value as it was.
+/// A word that begins with "-" is never a value, so no negative number can be read.
+///
+/// @par Owns
+/// Copies of the words.
+/// @par Lives
+/// The caller's array may go.
+/// @par Threads
+/// Used by one thread at a time.
+/// @par After an exception
+/// A call that throws (allocation failure) may have consumed the word, and leaves the value as it
+/// was.
+///
+/// @code
+/// char words[3][8] = {"mixer", "-n", "24"};
+/// char* argv[] = {words[0], words[1], words[2]};
+/// util::cmd_arg_parser_t arguments(3, argv);
+/// int channels = 8;
+/// if (arguments.find("-n") && arguments.next(channels)) {
+///     std::cout << channels << '\n'; // 24
+/// }
+/// @endcode
 class KO_API cmd_arg_parser_t {
 public:
     /// Reading begins with the word after the program name, until `find` says otherwise.
@@ -47,8 +65,8 @@ public:
     /// A decimal floating-point number. One out of range gives the largest float and false; an
     /// exponent letter without digits after it gives 0 and false.
     bool next(float& value);
-    /// Read in single precision, which callers rely on: `value` is rounded to it even when
-    /// nothing is read.
+    /// Read in single precision: `value` is rounded to it even when nothing is read. Callers rely
+    /// on it (quirk "single doubles").
     bool next(double& value);
     /// The other integers are read as `int` and truncated to their type, those longer than 32
     /// bits to 32 bits.

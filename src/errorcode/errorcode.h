@@ -117,8 +117,18 @@ constexpr unsigned long diagnostics_max = 0x200005FF; ///< marks its end
 ///
 /// @par Owns
 /// Its text.
+/// @par Lives
+/// As a plain value, copied freely.
 /// @par Threads
-/// An object may be copied freely and is used by one thread at a time.
+/// Used by one thread at a time.
+/// @par After an exception
+/// Whoever catches it has the whole message; an assignment that throws leaves the one from
+/// before.
+///
+/// @code
+/// const errorcode_t failure(errorcode::xml_parse_error, "rack.xml");
+/// std::cout << failure.what() << '\n'; // rack.xml: xml parse error
+/// @endcode
 class KO_API errorcode_t : public exception_t {
 public:
     /// The message is the description of `code`.

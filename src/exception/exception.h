@@ -16,9 +16,13 @@ namespace ko {
 ///
 /// @par Owns
 /// Its text.
+/// @par Lives
+/// As a plain value, copied freely.
 /// @par Threads
-/// An object may be copied freely and is used by one thread at a time.
-///
+/// Used by one thread at a time.
+/// @par After an exception
+/// Whoever catches it has the whole message; an assignment that throws leaves the one from
+/// before.
 /// @code
 /// lxml::document_t document;
 /// try {

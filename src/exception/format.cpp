@@ -37,7 +37,7 @@ int format_c_locale(char* buffer, std::size_t limit, const char* format, va_list
 
 std::string format_bounded(const char* format, va_list arguments) {
     char buffer[format_buffer_size] = {};
-    // The limit is one less than the buffer: callers rely on the cut after 510 characters.
+    // The limit is one less than the buffer; callers rely on it (quirk "510 characters").
     if (format_c_locale(buffer, format_buffer_size - 1, format, arguments) < 0) {
         buffer[format_buffer_size - 1] = '\0';
     }

@@ -15,18 +15,23 @@ namespace ko::xml {
 
 /// Reads one XML document, from a file or from memory, and calls back for what it finds.
 ///
-/// Derive from it and override the callbacks; they do nothing here. An object owns its expat
-/// parser and reads one document: a second `parse` or `parse_buffer`, and one out of a callback,
-/// fails with `xml_parse_error`. Expat's protection against entities that explode is on, what a
-/// document may cost beyond its size is limited, and nothing outside the document is fetched. It
-/// is used by one thread, on which the callbacks run. After the first exception out of a callback
-/// no further callback is made, and the parse throws it as a `ko::errorcode_t`; an exception that
-/// is no `std::exception` only silences the callbacks, which callers rely on.
+/// Derive from it and override the callbacks; they do nothing here. Expat's protection against
+/// entities that explode is on, what a document may cost beyond its size is limited, and nothing
+/// outside the document is fetched.
 ///
-/// A thread that is cancelled during `parse` unwinds while it waits for the file; the file is
-/// closed and the parser stays as used as after an error. In a callback and in `parse_buffer`
-/// a cancellation waits until they have returned.
-///
+/// @par Owns
+/// Its expat parser, and the file while it is read.
+/// @par Lives
+/// For one document: a second `parse` or `parse_buffer`, and one out of a callback, fails with
+/// `xml_parse_error`. What a callback is given is good until it returns.
+/// @par Threads
+/// Used by one thread, on which the callbacks run. One that is cancelled during `parse` unwinds
+/// while it waits for the file; the file is closed and the parser stays as used as after an
+/// error. In a callback and in `parse_buffer` a cancellation waits until they have returned.
+/// @par After an exception
+/// After the first one out of a callback no further callback is made, and the parse throws it as
+/// a `ko::errorcode_t`. One that is no `std::exception` only silences the callbacks; callers rely
+/// on it (quirk "silent strangers"). Another parse fails.
 /// @code
 /// struct counter_t : xml::expat_parser_t {
 ///     counter_t() : expat_parser_t(false) {}

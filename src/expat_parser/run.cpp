@@ -207,7 +207,7 @@ std::string run_t::position_describe() {
 }
 
 /// Only the code is tested: an exception of unknown type left a message but no code, and callers
-/// rely on such a parse ending normally.
+/// rely on such a parse ending normally (quirk "silent strangers").
 void run_t::throw_callback_error() const {
     if (self.error_code != 0) {
         throw errorcode_t(self.error_code, self.error_message);

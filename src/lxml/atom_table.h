@@ -16,9 +16,16 @@ extern KO_API const std::string str_empty;
 
 /// A table of strings that gives each an integer id, its atom.
 ///
-/// Ids count from 0 in the order in which strings first came; 0 is the empty string. The table
-/// owns its texts and only grows; ids and the references it hands out stay valid as long as it
-/// lives. It is used by one thread at a time.
+/// Ids count from 0 in the order in which strings first came; 0 is the empty string.
+///
+/// @par Owns
+/// Its texts.
+/// @par Lives
+/// Longer than the documents that share it. It only grows: ids, and the references it hands out,
+/// stay valid as long as it lives.
+/// @par Threads
+/// Used by one thread at a time, together with the documents that share it.
+/// @par After an exception
 /// A call that throws (allocation failure) leaves the table as it was.
 class KO_API atom_table_t {
 public:

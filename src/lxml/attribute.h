@@ -11,7 +11,12 @@ namespace ko::lxml {
 
 /// An attribute: a name and a value.
 ///
-/// Its element owns and deletes it. Used by one thread at a time, together with its document.
+/// @par Owns
+/// Its value; its element owns and deletes it.
+/// @par Lives
+/// Until it is removed from its element, or with the element.
+/// @par Threads
+/// Used by one thread at a time, together with its document.
 class KO_API attribute_t : public node_t {
 public:
     /// @throws ko::exception_t when `table` is null

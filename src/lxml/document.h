@@ -23,12 +23,17 @@ class pool_t;
 /// An XML document: the owner of all elements made in it, of their names and of the namespace
 /// prefixes met while loading.
 ///
-/// Its destructor deletes every element. A shared atom table is borrowed and must outlive it. A
-/// document and its elements are used by one thread at a time. A load that throws leaves `root`
-/// as it was; elements made before the failure stay owned by the document. So do those of an
-/// earlier tree when another one is loaded. A thread that is cancelled while it waits for a file
-/// leaves the same, and no line on standard output.
-///
+/// @par Owns
+/// Every element that was made in it, in a tree or not, those of an earlier tree included when
+/// another one is loaded; its destructor deletes them. A shared atom table is borrowed.
+/// @par Lives
+/// Longer than what points to its elements; a shared atom table must outlive it.
+/// @par Threads
+/// A document and its elements are used by one thread at a time.
+/// @par After an exception
+/// A load that throws leaves `root` as it was; elements made before the failure stay owned by the
+/// document. A thread that is cancelled while it waits for a file leaves the same, and no line on
+/// standard output.
 /// @code
 /// lxml::document_t document;
 /// document.load_from_string("<rack><amp id='1'/></rack>");

@@ -268,7 +268,7 @@ element_t* element_t::clone_tree(document_t& target, bool deep, bool whole) cons
 }
 
 element_t* element_t::clone(document_t& target, bool deep) const {
-    // Texts and CDATA are left out, which callers rely on.
+    // Texts and CDATA are left out; callers rely on it (quirk "bare clones").
     return clone_tree(target, deep, false);
 }
 
@@ -316,8 +316,8 @@ void element_t::child_remove(const element_t* e) {
         freed = freed || !child->children.empty();
         child->children_delete();
         level.next = level.children->erase(level.next);
-        // Callers rely on this: the sibling after an unlinked element is skipped, and after the
-        // last one the search starts again at the first.
+        // The sibling after an unlinked element is skipped, and after the last one the search
+        // starts again at the first; callers rely on it (quirk "skipped sibling").
         level.next =
             level.next == level.children->end() ? level.children->begin() : std::next(level.next);
     }

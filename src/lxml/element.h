@@ -24,15 +24,21 @@ struct attribute_text_t;
 
 /// An element: a name, attributes, children and text.
 ///
-/// The document that made it owns it, whether it hangs in a tree or not; an element owns its
-/// attributes but not its children. Mixed content is not modelled: an element has two texts, one
-/// gathered outside and one inside CDATA sections. Used by one thread at a time, together with
-/// its document. A look-up by name adds an unknown name to the document's atom table, which makes
-/// it a change of the document even where it is `const`; `attribute_find`, `child_find` and
-/// `children_named` never do, so that several threads may use them, and the members, of a
-/// document that nobody changes. Where memory runs out, the tree stays whole: what was linked,
-/// set or freed before stays so.
+/// Mixed content is not modelled: an element has two texts, one gathered outside and one inside
+/// CDATA sections.
 ///
+/// @par Owns
+/// Its attributes and texts, but not its children: the document that made it owns it, whether it
+/// hangs in a tree or not.
+/// @par Lives
+/// As long as its document, unless a call frees it before.
+/// @par Threads
+/// Used by one thread at a time, together with its document. A look-up by name adds an unknown
+/// name to the document's atom table, which makes it a change of the document even where it is
+/// `const`; `attribute_find`, `child_find` and `children_named` never do, so that several threads
+/// may use them, and the members, of a document that nobody changes.
+/// @par After an exception
+/// The tree is whole, also where memory ran out: what was linked, set or freed before stays so.
 /// @code
 /// lxml::document_t document;
 /// document.load_from_string("<rack><amp id='1' gain='-3'/><amp id='2'/></rack>");
@@ -116,7 +122,7 @@ public:
     /// @{
 
     /// Makes a copy in `target`, not attached anywhere: names, attributes and, when `deep`, the
-    /// children. Texts and CDATA are left out, which callers rely on.
+    /// children. Texts and CDATA are left out; callers rely on it (quirk "bare clones").
     element_t* clone(document_t& target, bool deep) const;
     /// Makes a copy in `target`, not attached anywhere: names, attributes, texts, CDATA and all
     /// descendants. Prefixes are a matter of the documents; `document_t::copy` copies them.
@@ -151,7 +157,8 @@ public:
     ///
     /// Before the root of a document stands the XML declaration. Line breaks and indentation are
     /// written around this element's own tags only, never inside its subtree; text of an element
-    /// with children is written as it is, text of a leaf is escaped. Callers rely on these bytes.
+    /// with children is written as it is, text of a leaf is escaped. Callers rely on these bytes
+    /// (quirks "pretty on top only", "raw text above").
     /// @param os where to; its errors stay in its state
     /// @param indent number of spaces before the tags
     /// @param parent_ns atom of the parent's namespace, 0 at the top

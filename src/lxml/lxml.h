@@ -1,6 +1,14 @@
 /// @file
 /// The XML document model: interned names, element trees owned by their document, loading, path
 /// queries and saving.
+///
+/// @code
+/// lxml::document_t document;
+/// document.load_from_string("<rack><amp name='P&amp;A'/></rack>");
+/// const lxml::element_t* amp = document.root->child_find("amp");
+/// const std::string name = amp->attribute_get_value("name", "");
+/// std::cout << name << " is " << lxml::xml_encode(name) << '\n'; // P&A is P&amp;A
+/// @endcode
 #pragma once
 
 #include <iosfwd>
@@ -19,7 +27,8 @@ namespace ko::lxml {
 ///
 /// Printable ASCII is copied, with the double quote, "&", "<" and ">" as entities. Every other
 /// byte becomes a decimal character reference of its own, so that a multi-byte character is
-/// written as one reference a byte; callers rely on it. The text ends at an embedded zero byte.
+/// written as one reference a byte; callers rely on it (quirk "bytes as references"). The text
+/// ends at an embedded zero byte.
 KO_API std::string xml_encode(const std::string& text);
 
 /// A line break that is written or not.

@@ -14,8 +14,12 @@ class element_t;
 
 /// A named node of a document: an element or an attribute.
 ///
-/// The name is a pair of atoms in the table of the document that owns the node; the table is
-/// borrowed and outlives it. Used by one thread at a time, together with its document.
+/// @par Owns
+/// Nothing: the name is a pair of atoms in the table of the document, which is borrowed.
+/// @par Lives
+/// As long as the document, unless it is removed before.
+/// @par Threads
+/// Used by one thread at a time, together with its document.
 class KO_API node_t {
 public:
     virtual ~node_t();

@@ -52,7 +52,8 @@ struct layout_style_t {
     bool pretty;
 };
 
-/// Elements below the one that is printed have no layout; callers rely on these bytes.
+/// Elements below the one that is printed have no layout; callers rely on it (quirk "pretty on
+/// top only").
 constexpr layout_style_t plain = {0, false};
 
 /// Writes one element with its subtree.
@@ -160,8 +161,8 @@ private:
         put_end(e, style);
     }
 
-    /// Writes the text of an element with children. Unlike that of a leaf it is not escaped,
-    /// which callers rely on.
+    /// Writes the text of an element with children. Unlike that of a leaf it is not escaped;
+    /// callers rely on it (quirk "raw text above").
     void put_text(const element_t& e, layout_style_t style) {
         out.put('>');
         put_endl(style);

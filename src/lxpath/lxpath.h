@@ -11,6 +11,16 @@
 /// that the document expands or, quoted, the namespace name itself; that of an attribute test is
 /// always the namespace name as written. Without one it is none. Filters may stand inside each
 /// other up to 200 levels deep.
+///
+/// @code
+/// lxml::document_t document;
+/// document.load_from_string("<rack><amp id='1'/><amp id='2'><fan/></amp></rack>");
+/// lxml::xpath_t path; // read once, for any number of documents
+/// path.parse("amp[@id=\"2\"]/fan");
+/// std::list<lxml::node_t*> found;
+/// document.root->select_nodes(path, found);
+/// std::cout << found.front()->name_get() << '\n'; // fan
+/// @endcode
 #pragma once
 
 #include <list>
@@ -22,8 +32,17 @@
 
 namespace ko::lxml {
 
-/// A part of a path that selects nodes; it owns its own parts and borrows what it selects. Each
-/// object is used by one thread at a time. After an exception from reading it can be read again.
+/// A part of a path that selects nodes.
+///
+/// @par Owns
+/// Its own parts; what it selects is the document's.
+/// @par Lives
+/// Independent of documents.
+/// @par Threads
+/// Each object is read by one thread at a time. Selecting uses the document as a look-up by name
+/// does.
+/// @par After an exception
+/// It can be read again; nodes selected before stay in the list.
 class KO_API xbase_t {
 public:
     xbase_t();

@@ -75,8 +75,8 @@ std::string safe_sprintf(const char* format, va_list arguments) {
         return std::string(buffer, length);
     }
     std::string text(length, '\0');
-    // The limit is the length itself: callers rely on the zero byte in place of the last
-    // character.
+    // The limit is the length itself: a zero byte takes the place of the last character; callers
+    // rely on it (quirk "zero at the end").
     format_c_locale(text.data(), length, format, arguments);
     return text;
 }

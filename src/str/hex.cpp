@@ -7,8 +7,8 @@ namespace ko::str {
 
 namespace {
 
-/// The value of a hexadecimal digit. What is no digit has a value too, up to 24: callers rely on
-/// nothing being validated.
+/// The value of a hexadecimal digit. What is no digit has a value too, up to 24; callers rely on
+/// it (quirk "any digit").
 unsigned digit_value(char c) {
     const unsigned code = static_cast<unsigned char>(c);
     const unsigned low_bits = code & 0x0FU;

@@ -5,6 +5,10 @@
 /// digits and white space are the ASCII ones, and a decimal point is a point. A format that
 /// cannot be carried out (a wide character that the "C" locale lacks) gives the text up to that
 /// place, and never more than 511 characters of it; a null format gives "(null)".
+///
+/// @code
+/// std::cout << str::safe_sprintf("%05.1f dB", -3.5) << '\n'; // -03.5 dB
+/// @endcode
 #pragma once
 
 #include <cstdarg>
@@ -32,8 +36,12 @@ KO_API std::string& sprintf(std::string& out, const char* format, ...)
 
 namespace ko {
 
-/// A `std::string` whose first content is a formatted text. It owns that text and is used by one
-/// thread at a time.
+/// A `std::string` whose first content is a formatted text.
+///
+/// @par Owns
+/// Its text.
+/// @par Threads
+/// Used by one thread at a time.
 class KO_API string_t : public std::string {
 public:
     /// Formats as `printf` does, cut after 510 characters and at an embedded zero byte.
@@ -48,7 +56,7 @@ namespace str {
 /// Formats as `printf` does, without a limit on the length.
 ///
 /// A text of 512 characters or more keeps its length, but its last character is a zero byte;
-/// callers rely on results that match in this.
+/// callers rely on it (quirk "zero at the end").
 KO_API std::string safe_sprintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 /// The same with the arguments of a function that has "..." itself.
 KO_API std::string safe_sprintf(const char* format, va_list arguments)

@@ -12,8 +12,18 @@ namespace ko {
 
 /// The tokens of a line; the object is the array of them.
 ///
-/// It owns its tokens and is used by one thread at a time. A call that throws (allocation
-/// failure) leaves the tokens as they were.
+/// @par Owns
+/// Its tokens.
+/// @par Threads
+/// Used by one thread at a time.
+/// @par After an exception
+/// A call that throws (allocation failure) leaves the tokens as they were.
+///
+/// @code
+/// tokenizer_t words;
+/// words.tokenize("set \"Town hall\" 3", " ");
+/// std::cout << words[1] << '\n'; // Town hall
+/// @endcode
 class KO_API tokenizer_t : public std::vector<std::string> {
 public:
     /// Replaces the tokens by those of `line`.
@@ -28,8 +38,12 @@ public:
 
 /// Pointers to the pieces of a character buffer, in order.
 ///
-/// It owns the list, not the characters: the buffer must outlive it. Used by one thread at a
-/// time.
+/// @par Owns
+/// The list, not the characters.
+/// @par Lives
+/// The buffer must outlive it.
+/// @par Threads
+/// Used by one thread at a time, together with the buffer.
 class KO_API in_place_tokenizer_t : public std::list<const char*> {
 public:
     /// Lists the zero-terminated strings of `block`, which an empty string ends: two
@@ -48,9 +62,14 @@ public:
 
 /// The non-empty lines of a text file.
 ///
-/// No exception is thrown for a file that cannot be read or written; the results tell. It is
-/// closed again before a call returns or throws. A `load` that throws leaves the tokens as they
-/// were.
+/// No exception is thrown for a file that cannot be read or written; the results tell.
+///
+/// @par Owns
+/// Its tokens, and the file during a call.
+/// @par Threads
+/// Used by one thread at a time.
+/// @par After an exception
+/// The file is closed; a `load` that throws leaves the tokens as they were.
 /// @warning `save` after a `load` that failed writes what is there, which may be nothing.
 class KO_API file_tokenizer_t : public tokenizer_t {
 public:

@@ -145,7 +145,8 @@ private:
         if (branch.ns != atoms.xpp_ns) {
             return false;
         }
-        // The first "default" is taken even where a "case" behind it matches: callers rely on it.
+        // The first "default" is taken even where a "case" behind it matches; callers rely on it
+        // (quirk "early default").
         if (branch.name == atoms.default_) {
             return true;
         }
@@ -215,7 +216,8 @@ public:
 
     bool start() override {
         index = attribute_text(names().index);
-        // A comma at the end thus makes one more, empty piece: callers rely on it.
+        // A comma at the end thus makes one more, empty piece; callers rely on it (quirk "one
+        // value more").
         values = attribute_value(names().values) + ",";
         return again();
     }

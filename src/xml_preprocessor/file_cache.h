@@ -13,8 +13,14 @@ namespace ko::xpp {
 /// Documents that "include" directives loaded, by the name they were included by: the text of the
 /// attribute "file", whatever directory the file was found in.
 ///
-/// It owns its documents and the atom table that they share, and deletes them. It must outlive
-/// the preprocessors that use it, all on one thread. A load that fails leaves it as it was.
+/// @par Owns
+/// Its documents and the atom table that they share, and deletes them.
+/// @par Lives
+/// Longer than the preprocessors that use it.
+/// @par Threads
+/// Used by one thread at a time, together with those preprocessors.
+/// @par After an exception
+/// A load that fails leaves it as it was.
 class KO_API file_cache_t {
 public:
     file_cache_t();

@@ -64,7 +64,7 @@ void includes_t::search_path_add(const std::string& dir) {
     if (dir.empty()) {
         throw exception_t("preprocessor_t::search_path_add() -- empty directory");
     }
-    // A backslash on every system: callers rely on it.
+    // A backslash on every system; callers rely on it (quirk "backslash").
     search_path.push_back(dir.back() == '\\' ? dir : dir + '\\');
 }
 

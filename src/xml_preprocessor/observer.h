@@ -12,12 +12,20 @@ namespace ko::xpp {
 
 /// Is told what a preprocessor does, and what it passes over without an error.
 ///
-/// Its functions do nothing; a host overrides those that it wants. The host owns it, and it must
-/// outlive the preprocessor or be taken off by `observer_set(nullptr)`. In each function
-/// `preprocessor_t::trace_get` gives the places around the one that is told. What a function
-/// throws ends `process` like an exception of a plug-in. The references that a function gets are
-/// good until it returns, but those to elements, which live as long as their documents. It may
-/// not change the elements.
+/// Its functions do nothing; a host overrides those that it wants. In each function
+/// `preprocessor_t::trace_get` gives the places around the one that is told. It may not change
+/// the elements.
+///
+/// @par Owns
+/// Nothing of what it is told; the host owns it.
+/// @par Lives
+/// Longer than the preprocessor, or until `observer_set(nullptr)` takes it off. The references
+/// that a function gets are good until it returns, but those to elements, which live as long as
+/// their documents.
+/// @par Threads
+/// Called on the thread that runs `process`.
+/// @par After an exception
+/// What a function throws ends `process` like an exception of a plug-in.
 class KO_API observer_t {
 public:
     /// A file is about to be read.

@@ -9,7 +9,15 @@ namespace ko::xpp {
 
 /// Generates elements in place of a "plugin" directive.
 ///
-/// A preprocessor owns the plug-ins registered with it and deletes them.
+/// @par Owns
+/// What it generates; the preprocessor that it is registered with owns and deletes the plug-in.
+/// @par Lives
+/// As long as that preprocessor, unless another one takes its name: then it is the caller's
+/// again.
+/// @par Threads
+/// Called on the thread that runs `process`.
+/// @par After an exception
+/// What `generate` throws comes out of `process` unchanged.
 class KO_API plugin_t {
 public:
     /// Generates the content of a directive.

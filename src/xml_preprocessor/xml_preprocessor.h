@@ -31,22 +31,26 @@ extern KO_API const std::string default_xpr_uri;
 /// all others copied; attributes of the expression namespace are evaluated.
 /// `docs/preprocessor.md` describes the directives.
 ///
-/// It owns its evaluator, its plug-ins and the documents it includes without a cache. The output
-/// document and the cache are borrowed and must outlive it. A source must live as long as
-/// `process` runs, and as long as a definition in it may still be inserted; so must what a
-/// plug-in generated and a document that the host put into the cache. Definitions in files that
-/// were included stay valid as long as the preprocessor, or the cache.
-///
 /// Source, definitions, included files and what plug-ins generate may belong to documents with
-/// different atom tables. Keywords are added to each of these tables.
+/// different atom tables. Keywords are added to each of these tables. What a document can make it
+/// do without an end of its own, nesting "insert" (10000 levels), "include" and "plugin" (200
+/// levels) in themselves, ends in an exception; a "for" whose condition stays true does so only
+/// where `limits_set` limits the passes.
 ///
+/// @par Owns
+/// Its evaluator, its plug-ins and the documents it includes without a cache. The output document
+/// and the cache are borrowed.
+/// @par Lives
+/// Shorter than the output document and the cache. A source must live as long as `process` runs,
+/// and as long as a definition in it may still be inserted; so must what a plug-in generated and
+/// a document that the host put into the cache. Definitions in files that were included stay
+/// valid as long as the preprocessor, or the cache.
+/// @par Threads
 /// All of them are used by one thread. A plug-in may call back the preprocessor that calls it,
-/// `process` included. After an exception the output made so far stays in the output document,
-/// and the preprocessor can be used again; `trace_get` tells where it arose. What a document can
-/// make it do without an end of its own, nesting "insert" (10000 levels), "include" and "plugin"
-/// (200 levels) in themselves, ends in an exception; a "for" whose condition stays true does so
-/// only where `limits_set` limits the passes.
-///
+/// `process` included.
+/// @par After an exception
+/// The output made so far stays in the output document, and the preprocessor can be used again;
+/// `trace_get` tells where it arose.
 /// @code
 /// lxml::document_t source;
 /// source.load_from_string("<rack xmlns:x='kobase.org/xmlns/xmlpreprocessor'>"

@@ -15,12 +15,11 @@
 
 #include "docs/literals.h"
 #include "docs/page.h"
+#include "docs/sources.h"
 #include "errorcode/errorcode.h"
 #include "support/temp_dir.h"
 
 namespace {
-
-const std::string top_folder = std::string(KOBASE_TEST_DATA) + "/..";
 
 // Texts with blanks in them that no user of the library or the tools meets as a message.
 const std::regex no_message("^(Usage: |Type an expression|algebra\\.cpp |<\\?xml|standard input$|"
@@ -48,14 +47,10 @@ std::string without_line_ends(const std::string& text) {
 
 std::set<std::string> source_texts() {
     std::set<std::string> texts;
-    for (const char* folder : {"/src", "/tools"}) {
-        for (const auto& entry :
-             std::filesystem::recursive_directory_iterator(top_folder + folder)) {
-            const std::string ending = entry.path().extension().string();
-            if (ending == ".cpp" || ending == ".h") {
-                for (const std::string& text : docs::literals(entry.path().string())) {
-                    texts.insert(without_line_ends(text));
-                }
+    for (const char* folder : {"src", "tools"}) {
+        for (const std::filesystem::path& path : docs::sources_in(folder)) {
+            for (const std::string& text : docs::literals(path.string())) {
+                texts.insert(without_line_ends(text));
             }
         }
     }
@@ -65,7 +60,7 @@ std::set<std::string> source_texts() {
 // The first cell of each row that begins with code.
 std::vector<std::string> catalogue() {
     std::vector<std::string> messages;
-    std::istringstream page(test::read_file(top_folder + "/docs/errors.md"));
+    std::istringstream page(test::read_file((docs::top_folder() / "docs/errors.md").string()));
     for (std::string line; std::getline(page, line);) {
         if (line.compare(0, 3, "| `") == 0) {
             messages.push_back(line.substr(3, line.find('`', 3) - 3));
@@ -130,7 +125,7 @@ TEST(catalogue_of_messages, holds_each_message_once) {
 }
 
 TEST(catalogue_of_messages, holds_every_error_code) {
-    const std::string page = test::read_file(top_folder + "/docs/errors.md");
+    const std::string page = test::read_file((docs::top_folder() / "docs/errors.md").string());
     for (const ko::errorcode::entry_t& entry : ko::errorcode::table) {
         std::ostringstream row;
         row << "| `" << entry.description << "` | 0x" << std::hex << std::uppercase;

@@ -13,7 +13,7 @@ struct count_case_t {
     int count;
 };
 
-TEST(builtin_table, holds_the_21_functions_with_their_argument_counts) {
+TEST(builtin_table, holds_these_functions_with_their_argument_counts) {
     const count_case_t cases[] = {
         {"abs", 1},    {"sqrt", 1},     {"sin", 1},    {"cos", 1},        {"tan", 1},
         {"max", 2},    {"min", 2},      {"pow", 2},    {"log", 1},        {"log10", 1},
@@ -27,7 +27,9 @@ TEST(builtin_table, holds_the_21_functions_with_their_argument_counts) {
         EXPECT_EQ(row->name, c.name);
         EXPECT_EQ(row->count, c.count) << c.name;
     }
-    EXPECT_EQ(std::size(cases), 21U);
+    std::vector<std::string> all;
+    ko::alg::builtin_names_get(all);
+    EXPECT_EQ(all.size(), std::size(cases));
 }
 
 TEST(builtin_table, has_no_other_spelling) {
