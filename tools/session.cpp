@@ -262,12 +262,6 @@ std::vector<std::string> session_t::files_get() const {
     return files;
 }
 
-std::set<std::string> session_t::names_get() const {
-    std::set<std::string> names = names_of(options.definitions);
-    names.insert(survey.names_mentioned().begin(), survey.names_mentioned().end());
-    return names;
-}
-
 void session_t::documents_survey() {
     survey.document_add(*source.root, false);
     for (const std::string& path : preprocessor.files_get()) {

@@ -61,8 +61,6 @@ public:
     /// The evaluator with the variables of the run.
     ko::alg::algebra_t& algebra_get() { return preprocessor.algebra_get(); }
     const survey_t& survey_get() const { return survey; }
-    /// Names of variables that the run may have set or read.
-    std::set<std::string> names_get() const;
     /// Output elements that were made of elements with children.
     const std::unordered_set<const ko::lxml::element_t*>& parents_get() const { return parents; }
 
