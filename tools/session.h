@@ -76,6 +76,7 @@ private:
                                const std::string& expression, const std::string& message,
                                bool fatal);
     diagnostic_t diagnostic_at(const ko::xpp::place_t& place, const char* code) const;
+    void stop_check() const;
     bool is_new(const ko::xpp::place_t& place, const std::string& text);
 
     void expression_failed(const ko::xpp::place_t& place, const std::string& expression,
