@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
-#include <iterator>
 #include <list>
 #include <utility>
 
-#include "definition.h"
 #include "diagnostic.h"
 #include "exception/exception.h"
 #include "expression_failure.h"
-#include "expression_words.h"
 
 namespace tool {
 
@@ -43,9 +40,6 @@ macros_t macros_of(const ko::alg::algebra_t& algebra) {
 bool calculator_t::evaluate(const std::vector<statement_t>& statements,
                             const std::string& place) {
     for (const statement_t& statement : statements) {
-        for (const word_t& word : expression_words(statement.text)) {
-            seen.insert(word.name);
-        }
         ko::alg::result_t value;
         failure_t failure;
         if (!evaluates(algebra, statement.text, value, failure)) {
@@ -62,19 +56,6 @@ bool calculator_t::evaluate(const std::vector<statement_t>& statements,
     return true;
 }
 
-void calculator_t::variables_copy(const ko::alg::algebra_t& other,
-                                  const std::set<std::string>& names) {
-    algebra.memory_copy(other);
-    seen.insert(names.begin(), names.end());
-}
-
-std::vector<std::string> calculator_t::variable_names() const {
-    std::vector<std::string> names;
-    std::copy_if(seen.begin(), seen.end(), std::back_inserter(names),
-                 [&](const std::string& name) { return algebra.find(name); });
-    return names;
-}
-
 bool calculator_t::command(const std::string& word) {
     if (std::find(commands.begin(), commands.end(), word) == commands.end() ||
         algebra.find(word)) {
@@ -83,11 +64,11 @@ bool calculator_t::command(const std::string& word) {
     if (word == "help") {
         std::cout << help;
     } else if (word == "vars") {
-        for (const std::string& name : variable_names()) {
+        for (const std::string& name : algebra.variable_names()) {
             std::cout << name << " = " << algebra.get(name) << '\n';
         }
     } else if (word == "functions") {
-        for (const std::string& name : function_names()) {
+        for (const std::string& name : algebra.function_names()) {
             std::cout << name << '\n';
         }
     } else {
@@ -99,8 +80,8 @@ bool calculator_t::command(const std::string& word) {
 }
 
 std::vector<std::string> calculator_t::names_starting(const std::string& start) const {
-    std::vector<std::string> names = variable_names();
-    const std::vector<std::string> functions = function_names();
+    std::vector<std::string> names = algebra.variable_names();
+    const std::vector<std::string> functions = algebra.function_names();
     names.insert(names.end(), functions.begin(), functions.end());
     names.insert(names.end(), commands.begin(), commands.end());
     for (const auto& entry : macros_of(algebra)) {

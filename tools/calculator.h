@@ -2,7 +2,6 @@
 /// The evaluator as a calculator: statements in, values out.
 #pragma once
 
-#include <set>
 #include <string>
 #include <vector>
 
@@ -18,10 +17,6 @@ class calculator_t {
 public:
     ko::alg::algebra_t& algebra_get() { return algebra; }
 
-    /// Takes over the variables of another evaluator.
-    /// @param names those that it may have
-    void variables_copy(const ko::alg::algebra_t& other, const std::set<std::string>& names);
-
     /// Evaluates statements up to the first that fails.
     /// @param place stands before a message: "file:" with the line behind it, or nothing
     /// @return whether all succeeded
@@ -36,9 +31,6 @@ public:
     std::vector<std::string> names_starting(const std::string& start) const;
 
 private:
-    std::vector<std::string> variable_names() const;
-
-    std::set<std::string> seen; ///< every name that may be that of a variable
     ko::alg::algebra_t algebra;
 };
 

@@ -40,10 +40,7 @@ bool guessed_number(const std::string& text, ko::alg::result_t& value) {
 } // namespace
 
 const std::vector<std::string>& function_names() {
-    static const std::vector<std::string> names{
-        "abs",   "assign",     "ceil",        "cos", "defined", "evaluate", "exists",
-        "floor", "func_error", "func_output", "log", "log10",   "max",      "min",
-        "pow",   "quad",       "return",      "sin", "sqrt",    "strlen",   "tan"};
+    static const std::vector<std::string> names = ko::alg::algebra_t().function_names();
     return names;
 }
 

@@ -1,5 +1,5 @@
 /// @file
-/// The names in the text of an expression.
+/// The names in the text of an expression, and where its tokens do not fit together.
 #pragma once
 
 #include <cstddef>
@@ -24,5 +24,11 @@ struct word_t {
 
 /// The names of an expression, in order. It need not parse.
 std::vector<word_t> expression_words(const std::string& expression);
+
+/// The byte of the first token that does not fit to what stands before it: a parenthesis that is
+/// closed without being open, an operand right behind another one, or a call of what is no
+/// function; `npos` when there is none.
+/// @param functions what can be called, in ascending order
+std::size_t misfit_find(const std::string& expression, const std::vector<std::string>& functions);
 
 } // namespace tool

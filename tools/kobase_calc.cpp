@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
-#include <set>
 #include <string>
 #include <unistd.h>
 
@@ -97,7 +96,7 @@ bool configuration_read(tool::calculator_t& calculator, const options_t& options
     }
     tool::diagnostics_print(std::cerr, diagnostics.sorted(session.files_get()), "kobase-calc",
                             false);
-    calculator.variables_copy(session.algebra_get(), session.names_get());
+    calculator.algebra_get().memory_copy(session.algebra_get());
     return !diagnostics.failed();
 }
 
@@ -107,12 +106,10 @@ bool variables_set(tool::calculator_t& calculator, const options_t& options) {
         return configuration_read(calculator, options);
     }
     ko::alg::algebra_t variables;
-    std::set<std::string> names;
     for (const tool::definition_t& definition : options.definitions) {
         variables.assign(definition.name, tool::definition_value(variables, definition));
-        names.insert(definition.name);
     }
-    calculator.variables_copy(variables, names);
+    calculator.algebra_get().memory_copy(variables);
     return true;
 }
 

@@ -213,8 +213,16 @@ void session_t::expression_failed_add(diagnostic_t diagnostic, const std::string
     }
 }
 
+/// Ends a run that is to stop.
+void session_t::stop_check() const {
+    if (options.stop != nullptr && options.stop->load()) {
+        throw ko::exception_t("interrupted");
+    }
+}
+
 void session_t::expression_failed(const ko::xpp::place_t& place, const std::string& expression,
                                   const std::string& message) {
+    stop_check(); // that may be why it failed
     if (!is_new(place, place.detail)) {
         return;
     }
@@ -243,9 +251,7 @@ void session_t::text_dropped(const ko::xpp::place_t& place) {
 
 void session_t::element_made(const ko::lxml::element_t& from,
                              const ko::lxml::element_t& made_element) {
-    if (options.stop != nullptr && options.stop->load()) {
-        throw ko::exception_t("interrupted");
-    }
+    stop_check();
     if (!from.children.empty()) {
         parents.insert(&made_element);
     }
@@ -260,12 +266,6 @@ std::vector<std::string> session_t::files_get() const {
         files.push_back(path);
     }
     return files;
-}
-
-std::set<std::string> session_t::names_get() const {
-    std::set<std::string> names = names_of(options.definitions);
-    names.insert(survey.names_mentioned().begin(), survey.names_mentioned().end());
-    return names;
 }
 
 void session_t::documents_survey() {

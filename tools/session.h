@@ -61,8 +61,6 @@ public:
     /// The evaluator with the variables of the run.
     ko::alg::algebra_t& algebra_get() { return preprocessor.algebra_get(); }
     const survey_t& survey_get() const { return survey; }
-    /// Names of variables that the run may have set or read.
-    std::set<std::string> names_get() const;
     /// Output elements that were made of elements with children.
     const std::unordered_set<const ko::lxml::element_t*>& parents_get() const { return parents; }
 
@@ -78,6 +76,7 @@ private:
                                const std::string& expression, const std::string& message,
                                bool fatal);
     diagnostic_t diagnostic_at(const ko::xpp::place_t& place, const char* code) const;
+    void stop_check() const;
     bool is_new(const ko::xpp::place_t& place, const std::string& text);
 
     void expression_failed(const ko::xpp::place_t& place, const std::string& expression,

@@ -16,16 +16,37 @@ namespace {
 
 using json_t = nlohmann::ordered_json;
 
-/// How deep an output may be: each element is told with its whole path.
-constexpr std::size_t depth_max = 1000;
+/// Bytes of the longest path: each element is told with its own, whole.
+constexpr std::size_t path_max = 16384;
 
 /// How many directives around an element are kept, the innermost ones.
 constexpr std::size_t chain_max = 100;
 
 struct node_t {
     const ko::lxml::element_t* element;
-    std::string path;
+    std::string step; ///< of its path
     std::size_t depth;
+};
+
+/// The path of one element after another, in document order.
+class path_t {
+public:
+    void go(const node_t& node) {
+        ends.resize(node.depth);
+        text.resize(ends.empty() ? 0 : ends.back());
+        text += '/' + node.step;
+        if (text.size() > path_max) {
+            throw ko::exception_t(
+                "the output is nested too deeply for a map: a path of more than " +
+                std::to_string(path_max) + " bytes");
+        }
+        ends.push_back(text.size());
+    }
+    const std::string& text_get() const { return text; }
+
+private:
+    std::string text;
+    std::vector<std::size_t> ends; ///< of the steps in it
 };
 
 bool is_loop(const ko::xpp::place_t& place) {
@@ -61,19 +82,27 @@ json_t chain_json(const std::vector<ko::xpp::place_t>& trace) {
     return chain;
 }
 
-/// Adds the children of an element, the last one first, with their paths.
+/// Adds the children of an element, the last one first.
 void children_push(const node_t& node, std::vector<node_t>& pending) {
-    if (node.depth >= depth_max && !node.element->children.empty()) {
-        throw ko::exception_t("the output is nested too deeply for a map");
-    }
     std::map<std::string, unsigned> counts;
     const std::size_t start = pending.size();
     for (const ko::lxml::element_t* child : node.element->children) {
         const std::string& name = child->name_get();
         const std::string number = std::to_string(++counts[name]);
-        pending.push_back({child, node.path + "/" + name + "[" + number + "]", node.depth + 1});
+        pending.push_back({child, name + "[" + number + "]", node.depth + 1});
     }
     std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(start), pending.end());
+}
+
+/// Adds an object to the text of an array.
+void entry_write(const json_t& entry, std::string& text) {
+    text += text.empty() ? "[\n  " : ",\n  ";
+    for (const char c : entry.dump(2, ' ', false, json_t::error_handler_t::replace)) {
+        text += c;
+        if (c == '\n') {
+            text += "  ";
+        }
+    }
 }
 
 } // namespace
@@ -90,22 +119,24 @@ void source_map_t::add(const ko::lxml::element_t& source, const ko::lxml::elemen
 }
 
 std::string source_map_t::text(const ko::lxml::element_t& root) const {
-    json_t map = json_t::array();
-    std::vector<node_t> pending{{&root, "/" + root.name_get(), 1}};
+    std::string map;
+    path_t path;
+    std::vector<node_t> pending{{&root, root.name_get(), 0}};
     while (!pending.empty()) {
         const node_t node = std::move(pending.back());
         pending.pop_back();
+        path.go(node);
         const auto found = origins.find(node.element);
         if (found != origins.end()) {
-            json_t entry{{"element", node.path}};
+            json_t entry{{"element", path.text_get()}};
             entry.update(place_json(found->second.place));
             entry["loops"] = loops_json(found->second.trace);
             entry["chain"] = chain_json(found->second.trace);
-            map.push_back(std::move(entry));
+            entry_write(entry, map);
         }
         children_push(node, pending);
     }
-    return map.dump(2, ' ', false, json_t::error_handler_t::replace) + '\n';
+    return map.empty() ? "[]\n" : map + "\n]\n";
 }
 
 } // namespace tool

@@ -34,10 +34,8 @@ std::string dry_run_text(const session_t& session) {
 std::string variables_text(session_t& session) {
     std::ostringstream out;
     const ko::alg::algebra_t& algebra = session.algebra_get();
-    for (const std::string& name : session.names_get()) {
-        if (algebra.find(name)) {
-            out << name << " = " << algebra.get(name) << '\n';
-        }
+    for (const std::string& name : algebra.variable_names()) {
+        out << name << " = " << algebra.get(name) << '\n';
     }
     return out.str();
 }

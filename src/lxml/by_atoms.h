@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "lxml/document.h"
+#include "lxml/pooled_attribute.h"
 
 namespace ko::lxml {
 
@@ -21,9 +22,19 @@ struct by_atoms_t {
         element.attributes.reserve(number);
     }
 
-    /// Sets the value of an attribute, which is made when missing.
+    /// Sets the value of an attribute, which is made when missing. One that comes behind all
+    /// others and has room needs no search.
     static void attribute_set(element_t& element, int name, int ns, std::string_view value) {
-        element.attribute_put({ns, name}, value);
+        attribute_set_t& set = element.attributes;
+        const attribute_key_t key{ns, name};
+        const bool is_last = set.used == 0 || attr_ptr_cmp_t()(set.array[set.used - 1], key);
+        if (is_last && set.used < set.capacity) {
+            set.array[set.used] =
+                pooled_attribute_t::make(&element, element.atoms, name, ns, value);
+            ++set.used;
+        } else {
+            element.attribute_put(key, value);
+        }
     }
 };
 

@@ -7,9 +7,12 @@
 namespace ko::xpp {
 
 const lxml::attribute_t* attribute_find(const lxml::element_t& element, int name) {
-    // Atom 0, no namespace, comes first in the order.
-    if (const lxml::attribute_t* plain = element.attribute_get(name, 0)) {
-        return plain;
+    // Atom 0, no namespace, comes first in the order, so that of several the first is wanted.
+    constexpr std::size_t gone_through_max = 16;
+    if (element.attributes.size() > gone_through_max) {
+        if (const lxml::attribute_t* plain = element.attribute_get(name, 0)) {
+            return plain;
+        }
     }
     const auto named = [name](const lxml::attribute_t* attribute) {
         return attribute->name == name;

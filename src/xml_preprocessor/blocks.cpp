@@ -42,9 +42,13 @@ expression_t block_t::expression_of(int name, const std::string& text) const {
     return {site.element.atoms, name, &text};
 }
 
-std::string block_t::attribute_value(int name) const {
+void block_t::attribute_value_get(int name, std::string& value) const {
     const lxml::attribute_t& attribute = attribute_required(site.element, name);
-    return attribute.ns == names().xpr_ns ? site.run.value_of(attribute) : attribute.value;
+    if (attribute.ns == names().xpr_ns) {
+        value = site.run.value_of(attribute);
+    } else {
+        value = attribute.value;
+    }
 }
 
 void block_t::body_set(lxml::element_t& other) {
@@ -94,9 +98,15 @@ void block_stack_t::copy(lxml::element_t& source, lxml::element_t& out, keywords
     lxml::element_t* const made =
         lxml::by_atoms_t::element_create(document, name, keywords.output_atom(source.ns, atoms));
     out.append(made);
-    made->text = source.text;
-    made->cdata = source.cdata;
-    attributes_copy(source, *made, keywords);
+    if (!source.text.empty()) {
+        made->text = source.text;
+    }
+    if (!source.cdata.empty()) {
+        made->cdata = source.cdata;
+    }
+    if (!source.attributes.empty()) {
+        attributes_copy(source, *made, keywords);
+    }
     if (run.state.observer != nullptr) {
         run.state.observer->element_made(source, *made);
     }

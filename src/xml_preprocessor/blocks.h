@@ -65,8 +65,8 @@ protected:
     expression_t attribute_expression(int name) const;
     /// A text that was read from an attribute, as an expression.
     expression_t expression_of(int name, const std::string& text) const;
-    /// The value of a required attribute, evaluated when it is an expression attribute.
-    std::string attribute_value(int name) const;
+    /// Gives the value of a required attribute, evaluated when it is an expression attribute.
+    void attribute_value_get(int name, std::string& value) const;
     /// Takes the children from another element instead.
     void body_set(lxml::element_t& other);
     /// What tells this block from others of its kind, for its place.

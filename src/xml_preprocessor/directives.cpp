@@ -71,7 +71,7 @@ public:
     using loop_t::loop_t;
 
     bool start() override {
-        index = attribute_text(names().index);
+        index.name = attribute_text(names().index);
         const expression_t first = attribute_expression(names().first);
         const expression_t final = attribute_expression(names().last);
         value = site.run.evaluate_int(first);
@@ -94,16 +94,16 @@ public:
 
 protected:
     std::string detail() const override {
-        return running ? index + " = " + std::to_string(value) : std::string();
+        return running ? index.name + " = " + std::to_string(value) : std::string();
     }
 
 private:
-    void assign() const {
-        variables().assign(index, value);
+    void assign() {
+        site.run.state.expressions.assign(index, value);
         site.run.pass_count();
     }
 
-    std::string index;
+    assigned_t index;
     int value = 0; // of the pass; counted apart from the variable, which the children may change
     int last = 0;
     bool running = false;
@@ -184,7 +184,7 @@ public:
     explicit insert_t(const site_t& where) : block_t(where), level(where.run.insert_depth) {}
 
     bool start() override {
-        name = attribute_value(names().name);
+        attribute_value_get(names().name, name);
         is_named = true;
         const auto& defines = site.run.state.defines;
         const auto definition = defines.find(name);
@@ -218,7 +218,8 @@ public:
         index = attribute_text(names().index);
         // A comma at the end thus makes one more, empty piece; callers rely on it (quirk "one
         // value more").
-        values = attribute_value(names().values) + ",";
+        attribute_value_get(names().values, values);
+        values += ',';
         return again();
     }
 

@@ -46,8 +46,11 @@ private:
 
 /// Reads a decimal integer of up to nine digits, which is no other kind of literal.
 bool integer_read(const std::string& text, int& value) {
-    const char* const begin = text.data() + std::min(text.find_first_not_of(' '), text.size());
-    const char* const end = text.data() + text.size();
+    const char* begin = text.data();
+    const char* const end = begin + text.size();
+    while (begin != end && *begin == ' ') {
+        ++begin;
+    }
     const auto size = end - begin;
     if (size == 0 || size > 9 || (*begin == '0' && size > 1) || *begin == '-') {
         return false;
@@ -69,8 +72,15 @@ std::string assigned_name(const std::string& expression) {
 }
 
 alg::result_t expressions_t::evaluate(const std::string& text) {
+    int value = 0;
+    if (!shared && integer_read(text, value)) {
+        return value;
+    }
+    if (const alg::list_t* const known = program_find(text)) {
+        return run(*known);
+    }
     alg::list_t own;
-    const alg::list_t* const program = program_get(text, own);
+    const alg::list_t* const program = program_make(text, own);
     if (program == nullptr) {
         throw exception_t(algebra.parse_error_get());
     }
@@ -79,9 +89,13 @@ alg::result_t expressions_t::evaluate(const std::string& text) {
 
 bool expressions_t::evaluate_safe(const std::string& text, std::string& value,
                                   std::string& message) {
-    alg::list_t own;
     try {
-        const alg::list_t* const program = program_get(text, own);
+        if (const alg::list_t* const known = program_find(text)) {
+            value = run(*known).string_get(false, 0);
+            return true;
+        }
+        alg::list_t own;
+        const alg::list_t* const program = program_make(text, own);
         if (program == nullptr) {
             message =
                 str::all_whitespace(text) ? "expression is blank" : algebra.parse_error_get();
@@ -99,14 +113,24 @@ bool expressions_t::evaluate_safe(const std::string& text, std::string& value,
 void expressions_t::assign(const std::string& name, const std::string& piece) {
     int value = 0;
     const bool is_integer = !shared && integer_read(piece, value);
-    if (is_integer && name == variable) {
-        algebra.assign(name, value);
+    if (is_integer && name == number.name) {
+        assign(number, value);
         return;
     }
     algebra.evaluate(name + " = " + piece);
     if (is_integer && is_name(name)) {
-        variable = name;
+        number = {name};
     }
+}
+
+void expressions_t::assign(assigned_t& variable, int value) {
+    alg::variables_t& variables = alg::context_of(algebra).variables;
+    if (variable.cell == nullptr || variable.generation != variables.generation_get()) {
+        variable.cell = &variables.cell(variable.name);
+        variable.generation = variables.generation_get();
+    }
+    variable.cell->value = alg::result_t(value);
+    variable.cell->is_present = true;
 }
 
 alg::algebra_t& expressions_t::algebra_get() {
@@ -131,20 +155,36 @@ void expressions_t::environment_check() {
 }
 
 void expressions_t::programs_drop() {
+    recent = {};
     programs.clear();
     kept_bytes = 0;
 }
 
-/// The program of a text, kept or in `own`; null where it does not parse.
-const alg::list_t* expressions_t::program_get(const std::string& text, alg::list_t& own) {
+/// The kept program of a text, or null.
+const alg::list_t* expressions_t::program_find(const std::string& text) {
     if (running != 0 || text.size() > bytes_max) {
-        return algebra.parse(text, own) ? &own : nullptr;
+        return nullptr;
     }
     if (shared) {
         environment_check();
     }
-    const auto known = programs.find(text);
-    return known != programs.end() ? &known->second : program_keep(text);
+    recent_t& last = recent[std::hash<const std::string*>()(&text) / 32 % recent.size()];
+    if (last.text == nullptr || *last.text != text) {
+        const auto known = programs.find(text);
+        if (known == programs.end()) {
+            return nullptr;
+        }
+        last = {&known->first, &known->second};
+    }
+    return last.program;
+}
+
+/// The program of a text that has none yet, kept or in `own`; null where it does not parse.
+const alg::list_t* expressions_t::program_make(const std::string& text, alg::list_t& own) {
+    if (running != 0 || text.size() > bytes_max) {
+        return algebra.parse(text, own) ? &own : nullptr;
+    }
+    return program_keep(text);
 }
 
 const alg::list_t* expressions_t::program_keep(const std::string& text) {

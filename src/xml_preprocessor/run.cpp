@@ -45,11 +45,7 @@ run_t::~run_t() {
     }
 }
 
-keywords_t& run_t::keywords_for(const lxml::element_t& element, keywords_t& nearest,
-                                keywords_ptr_t& kept) {
-    if (nearest.is_of(element)) {
-        return nearest;
-    }
+keywords_t& run_t::keywords_of(const lxml::element_t& element, keywords_ptr_t& kept) {
     if (known->is_of(element)) {
         return *known;
     }

@@ -53,7 +53,9 @@ public:
     /// The keywords for an element met among elements that have the keywords `nearest`.
     /// @param kept receives them where they have no other owner
     keywords_t& keywords_for(const lxml::element_t& element, keywords_t& nearest,
-                             keywords_ptr_t& kept);
+                             keywords_ptr_t& kept) {
+        return nearest.is_of(element) ? nearest : keywords_of(element, kept);
+    }
     /// @}
 
     /// @name Expressions
@@ -112,6 +114,7 @@ public:
     /// @}
 
 private:
+    keywords_t& keywords_of(const lxml::element_t& element, keywords_ptr_t& kept);
     void file_open(const std::string& path);
 
     run_t* const outer;

@@ -77,6 +77,40 @@ TEST_F(plugins, may_give_nothing) {
     EXPECT_EQ(run("<a/><x:plugin name='none'><b/></x:plugin>"), "<a />");
 }
 
+TEST_F(plugins, may_change_an_expression_between_two_passes_in_its_place) {
+    element_t* const top = source(test::wrapped("<x:repeat index='i' first='1' last='3'>"
+                                                "<x:plugin name='next'/><a e:v='1+i'/>"
+                                                "</x:repeat>"));
+    element_t* const shown = top->children.front()->children.back();
+    add("next", [&](element_t*) -> element_t* {
+        shown->attribute_find("v", ko::xpp::default_xpr_uri)->value[0]++;
+        return nullptr;
+    });
+    EXPECT_EQ(test::printed(preprocessor.process(top, flags)),
+              "<r ><a v=\"3\" /><a v=\"5\" /><a v=\"7\" /></r>");
+}
+
+TEST_F(plugins, may_do_what_they_like_to_the_variable_of_a_loop) {
+    ko::alg::algebra_t other;
+    std::vector<ko::alg::algebra_t> seen;
+    add("meddle", [&](element_t*) -> element_t* {
+        ko::alg::algebra_t& algebra = preprocessor.algebra_get();
+        seen.push_back(algebra);
+        const auto pass = seen.size();
+        pass == 1 ? static_cast<void>(algebra.erase("i")) : algebra.memory_copy(other);
+        if (pass == 3) {
+            algebra = other;
+        }
+        return nullptr;
+    });
+    EXPECT_EQ(run("<x:repeat index='i' first='1' last='4'>"
+                  "<a e:v='i'/><x:plugin name='meddle'/></x:repeat>"),
+              "<a v=\"1\" /><a v=\"2\" /><a v=\"3\" /><a v=\"4\" />");
+    for (int pass = 1; pass <= 4; ++pass) {
+        EXPECT_EQ(seen[static_cast<std::size_t>(pass) - 1].get("i").int_get(), pass);
+    }
+}
+
 TEST_F(plugins, are_found_by_exact_name) {
     add_fixed("gen", "<a/>");
     EXPECT_TRUE(fails("<x:plugin name='Gen'/>", "plugin name not defined: Gen"));

@@ -1,15 +1,16 @@
 #!/bin/sh
 # Runs the shell sessions of a document and compares what they print with what the document shows.
-#   sessions.sh DOCUMENT WORK PROGRAM...
-# WORK is a folder to work in, made anew; each PROGRAM is a command line by which one program can be
-# called, its path last. The blocks of the document that a comment "file: NAME" stands before become
-# files of the sessions.
+#   sessions.sh DOCUMENT FOLDER WORK PROGRAM...
+# FOLDER holds files of the sessions and is copied; "-" is none. WORK is a folder to work in, made
+# anew; each PROGRAM is a command line by which one program can be called, its path last. The blocks
+# of the document that a comment "file: NAME" stands before become files of the sessions, too.
 set -eu
-document=$1 work=$2
-shift 2
+document=$1 folder=$2 work=$3
+shift 3
 
 rm -rf "$work"
 mkdir -p "$work/bin" "$work/files"
+[ "$folder" = - ] || cp -R "$folder/." "$work/files"
 for program in "$@"; do
     name=$(basename "${program##* }")
     printf '#!/bin/sh\nexec %s "$@"\n' "$program" > "$work/bin/$name"
