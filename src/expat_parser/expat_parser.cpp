@@ -4,6 +4,7 @@
 
 #include <expat.h>
 
+#include "expat_parser/memory.h"
 #include "expat_parser/run.h"
 
 namespace ko::xml {
@@ -47,8 +48,8 @@ void expat_parser_t::start_cdata() {}
 void expat_parser_t::end_cdata() {}
 
 expat_parser_t::expat_parser_t(bool namespaces)
-    : parser(namespaces ? XML_ParserCreateNS(nullptr, '|') : XML_ParserCreate(nullptr)),
-      error_code(0) {
+    : parser(nullptr), error_code(0), memory(std::make_unique<expat_memory_t>()) {
+    parser = memory->parser_create(namespaces);
     if (parser == nullptr) {
         throw std::bad_alloc();
     }

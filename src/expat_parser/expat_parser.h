@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "errorcode/errorcode.h"
@@ -12,6 +13,8 @@
 struct XML_ParserStruct;
 
 namespace ko::xml {
+
+class expat_memory_t;
 
 /// Reads one XML document, from a file or from memory, and calls back for what it finds.
 ///
@@ -101,6 +104,7 @@ private:
     unsigned error_code;
     std::string error_message;
     std::string refusal; ///< message of the limit that stopped the parse, with its place
+    std::unique_ptr<expat_memory_t> memory; ///< what the parser allocates
 };
 
 } // namespace ko::xml

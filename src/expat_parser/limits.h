@@ -1,7 +1,7 @@
 /// @file
 /// What a document may cost beyond its size.
 ///
-/// Four things let a small document become large or slow inside expat or in the tree built from
+/// Five things let a small document become large or slow inside expat or in the tree built from
 /// it, and each has a bound here:
 ///
 /// - Entities inside entities. Before 2.7.0, unless a distribution has mended it, expat calls
@@ -10,6 +10,8 @@
 /// - Attributes that a document type declares. Expat looks through those of a type for each
 ///   further one and for each of its start tags.
 /// - Long namespace names. Expat copies the name into the name of each element and attribute.
+/// - Attributes in a namespace. Expat makes such names for a whole start tag before anybody can
+///   look at it; what it holds at once is bounded (`expat_parser/memory.h`).
 /// - Growth: elements out of entities, attributes and namespaces out of defaults. Each element,
 ///   attribute and namespace declaration is charged what it costs about in memory. What is
 ///   written in the document itself never costs more than `growth_factor` for each of its bytes.
@@ -34,6 +36,12 @@ constexpr std::size_t namespace_name_max = 4096;
 constexpr std::uint64_t growth_free = 8 << 20;
 /// What each byte of a document may cost beyond that.
 constexpr std::uint64_t growth_factor = 100;
+
+/// What expat may hold of any document.
+constexpr std::uint64_t memory_free = 8 << 20;
+/// What it may hold for each byte of a document beyond that. What is written takes less than 20,
+/// what entities put into attributes up to 200.
+constexpr std::uint64_t memory_factor = 250;
 
 /// What is charged for an element, and for an attribute or a namespace declaration; the texts of
 /// what a default adds come on top.

@@ -9,6 +9,7 @@
 #include "exception/uncancelled.h"
 #include "expat_parser/feed.h"
 #include "expat_parser/map_exceptions.h"
+#include "expat_parser/memory.h"
 
 namespace ko::xml {
 
@@ -150,21 +151,31 @@ void run_t::parse_text(std::string_view text) {
     begin(std::string());
     require_unused();
     const uncancelled_t uncancelled;
+    const expat_memory_t::use_t use(*self.memory);
+    self.memory->input_add(text.size());
     if (!feed(self.parser, text, feed_limit)) {
         throw_parse_error();
     }
     throw_callback_error();
 }
 
+/// Where the next piece is to be put.
+void* run_t::piece_buffer() {
+    const expat_memory_t::use_t use(*self.memory);
+    void* const buffer = XML_GetBuffer(self.parser, read_size);
+    if (buffer == nullptr) {
+        throw errorcode_t(errorcode::xml_internal, "XML_GetBuffer");
+    }
+    return buffer;
+}
+
 template <class R> void run_t::parse_pieces(const R& read) {
     for (bool is_final = false; !is_final;) {
-        void* const buffer = XML_GetBuffer(self.parser, read_size);
-        if (buffer == nullptr) {
-            throw errorcode_t(errorcode::xml_internal, "XML_GetBuffer");
-        }
-        const std::size_t count = read(buffer);
+        const std::size_t count = read(piece_buffer());
         is_final = count == 0;
         const uncancelled_t uncancelled;
+        const expat_memory_t::use_t use(*self.memory);
+        self.memory->input_add(count);
         if (XML_ParseBuffer(self.parser, static_cast<int>(count), is_final ? 1 : 0) ==
             XML_STATUS_ERROR) {
             throw_parse_error();
@@ -190,14 +201,21 @@ void run_t::require_unused() {
 }
 
 void run_t::throw_parse_error() {
-    const XML_Error error = XML_GetErrorCode(self.parser);
-    if (error == XML_ERROR_ABORTED) {
+    if (self.memory->is_denied()) {
         throw_callback_error();
         throw errorcode_t(errorcode::xml_parse_error, self.refusal);
     }
-    const char* const text =
-        XML_ErrorString(error == XML_ERROR_NONE ? XML_ERROR_FINISHED : error);
-    throw errorcode_t(errorcode::xml_parse_error, text + (" " + position_describe()));
+    throw errorcode_t(errorcode::xml_parse_error, error_text() + (" " + position_describe()));
+}
+
+/// What expat complains of.
+const char* run_t::error_text() const {
+    static_assert(memory_factor == 250 && memory_free == 8388608, "the text names the limit");
+    if (self.memory->is_exceeded()) {
+        return "names and values take more memory than 8 MiB and 250 times the input";
+    }
+    const XML_Error error = XML_GetErrorCode(self.parser);
+    return XML_ErrorString(error == XML_ERROR_NONE ? XML_ERROR_FINISHED : error);
 }
 
 std::string run_t::position_describe() {
@@ -242,6 +260,7 @@ void run_t::record(unsigned long code, const char* text) noexcept {
     }
 }
 
+/// Expat looks only now and then whether it was stopped; without memory it goes no further.
 void run_t::refuse(const char* why) noexcept {
     if (why == nullptr || !self.refusal.empty()) {
         return;
@@ -252,6 +271,7 @@ void run_t::refuse(const char* why) noexcept {
         record(errorcode::xml_rethrow_exception, e.what());
     }
     XML_StopParser(self.parser, XML_FALSE);
+    self.memory->deny();
 }
 
 } // namespace ko::xml

@@ -53,7 +53,9 @@ private:
     void require_unused();
     /// Reads pieces of at most 4096 bytes to the end of what `read(buffer, size)` gives.
     template <class R> void parse_pieces(const R& read);
+    void* piece_buffer();
     [[noreturn]] void throw_parse_error();
+    const char* error_text() const;
     void throw_callback_error() const;
 
     /// Calls the receiver and records what it throws.

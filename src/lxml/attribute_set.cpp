@@ -36,8 +36,16 @@ attribute_set_t::const_iterator attribute_set_t::lower_bound(const attribute_key
 }
 
 attribute_set_t::const_iterator attribute_set_t::find(const attribute_key_t& key) const {
+    const auto is_wanted = [&](const attribute_t* a) {
+        return a->name == key.name && a->ns == key.ns;
+    };
+    // Among a few the simplest way is the quickest.
+    constexpr std::size_t few = 8;
+    if (is_tree == 0 && used <= few) {
+        return const_iterator(std::find_if(array, array + used, is_wanted));
+    }
     const const_iterator at = lower_bound(key);
-    return at == end() || (*at)->ns != key.ns || (*at)->name != key.name ? end() : at;
+    return at == end() || !is_wanted(*at) ? end() : at;
 }
 
 std::pair<attribute_set_t::const_iterator, bool> attribute_set_t::insert(attribute_t* a) {

@@ -36,14 +36,26 @@ void require_text(const char* p) {
 }
 
 /// Reads a double-quoted text.
-void copy_quoted(const char*& p, std::string& out) {
+std::string_view quoted_text(const char*& p) {
     assert_char(p, '"');
     const char* const begin = p;
     while (*p != '"' && *p != '\0') {
         ++p;
     }
-    out.assign(begin, p);
+    const std::string_view text(begin, static_cast<std::size_t>(p - begin));
     assert_char(p, '"');
+    return text;
+}
+
+std::string_view part_of_name(const char*& p) {
+    if (*p == '"') {
+        return quoted_text(p);
+    }
+    const char* const begin = p;
+    while (acceptable[static_cast<unsigned char>(*p)] != 0) {
+        ++p;
+    }
+    return {begin, static_cast<std::size_t>(p - begin)};
 }
 
 /// One part of a name, in quotes where it needs them.
@@ -87,70 +99,131 @@ bool peek_char(const char*& p, char c) {
 }
 
 void copy_str(const char*& p, std::string& out) {
-    if (peek_char(p, '"')) {
-        copy_quoted(p, out);
-        return;
-    }
-    const char* const begin = p;
-    while (acceptable[static_cast<unsigned char>(*p)] != 0) {
-        ++p;
-    }
-    out.assign(begin, p);
+    require_text(p);
+    out = part_of_name(p);
 }
 
-path_parser_t::path_parser_t(const char* text) : p(text) {
+path_parser_t::path_parser_t(const char* text, flat_path_t& out) : p(text), steps(out) {
     require_text(text);
 }
 
+std::size_t path_parser_t::add() {
+    steps.emplace_back();
+    return steps.size() - 1;
+}
+
+/// Consumes `c`, which is not zero, when it is next.
+bool path_parser_t::take(char c) {
+    if (*p != c) {
+        return false;
+    }
+    ++p;
+    return true;
+}
+
 // The recursion is limited by filter_depth_max. NOLINTBEGIN(misc-no-recursion)
-void path_parser_t::path(xpath_t& out) {
-    out.steps.clear();
-    while (check_char(p, '/')) {
+std::size_t path_parser_t::path() {
+    while (take('/')) {
     }
-    do {
-        out.steps.push_back(std::make_unique<xnode_t>());
-        step(*out.steps.back());
-    } while (check_char(p, '/'));
-}
-
-void path_parser_t::step(xnode_t& out) {
-    name_test(out.name);
-    filter(out.filter);
-}
-
-void path_parser_t::name_test(xname_t& out) {
-    out.kind = check_char(p, '@');
-    out.quoted = peek_char(p, '"');
-    out.ns.clear();
-    copy_str(p, out.name);
-    if (check_char(p, ':')) {
-        out.ns.swap(out.name);
-        copy_str(p, out.name);
+    const std::size_t first = step();
+    for (std::size_t last = first; take('/');) {
+        const std::size_t next = step();
+        steps[last].next = next;
+        last = next;
     }
+    return first;
 }
 
-void path_parser_t::filter(xfilter_t& out) {
-    out.predicate.reset();
-    out.value.clear();
-    if (!check_char(p, '[')) {
+std::size_t path_parser_t::step() {
+    const std::size_t number = name_test();
+    read_filter(number);
+    return number;
+}
+
+std::size_t path_parser_t::filter() {
+    const std::size_t number = add();
+    read_filter(number);
+    return number;
+}
+
+std::size_t path_parser_t::name_test() {
+    const std::size_t number = add();
+    flat_step_t& out = steps.back();
+    out.kind = take('@');
+    out.quoted = *p == '"';
+    out.name = part_of_name(p);
+    if (take(':')) {
+        out.ns = out.name;
+        out.name = part_of_name(p);
+    }
+    return number;
+}
+
+void path_parser_t::read_filter(std::size_t number) {
+    if (!take('[')) {
         return;
     }
     if (depth == filter_depth_max) {
         throw exception_t("path filters nested more than %u levels deep", filter_depth_max);
     }
     ++depth;
-    filter_body(out);
+    const std::size_t predicate = path();
+    flat_step_t& out = steps[number];
+    out.is_filtered = true;
+    out.predicate = predicate;
+    if (take('=')) {
+        out.value = quoted_text(p);
+    }
+    assert_char(p, ']');
     --depth;
 }
 
-void path_parser_t::filter_body(xfilter_t& out) {
-    out.predicate = std::make_unique<xpath_t>();
-    path(*out.predicate);
-    if (check_char(p, '=')) {
-        copy_quoted(p, out.value);
-    }
-    assert_char(p, ']');
+namespace {
+
+void build(xname_t& out, const flat_step_t& step) {
+    out.kind = step.kind;
+    out.quoted = step.quoted;
+    out.name = step.name;
+    out.ns = step.ns;
 }
+
+void build(xpath_t& out, const flat_path_t& steps, std::size_t first);
+
+void build(xfilter_t& out, const flat_path_t& steps, std::size_t number) {
+    const flat_step_t& step = steps[number];
+    out.predicate.reset();
+    out.value = step.value;
+    if (step.is_filtered) {
+        out.predicate = std::make_unique<xpath_t>();
+        build(*out.predicate, steps, step.predicate);
+    }
+}
+
+void build(xnode_t& out, const flat_path_t& steps, std::size_t number) {
+    build(out.name, steps[number]);
+    build(out.filter, steps, number);
+}
+
+void build(xpath_t& out, const flat_path_t& steps, std::size_t first) {
+    out.steps.clear();
+    for (std::size_t i = first; i != flat_step_t::none; i = steps[i].next) {
+        out.steps.push_back(std::make_unique<xnode_t>());
+        build(*out.steps.back(), steps, i);
+    }
+}
+
+/// Reads a part of a path by a function of the reader. @return the position after it
+template <class P>
+const char* read(P& out, const char* text, std::size_t (path_parser_t::*rule)()) {
+    flat_memory_t memory;
+    flat_path_t steps(memory.get());
+    path_parser_t parser(text, steps);
+    const std::size_t first = (parser.*rule)();
+    build(out, steps, first);
+    return parser.position_get();
+}
+
+} // namespace
 
 std::string path_text(const xpath_t& path) {
     std::string text;
@@ -167,27 +240,23 @@ std::string path_text(const xpath_t& path) {
 // NOLINTEND(misc-no-recursion)
 
 const char* xname_t::_parse(const char* s) {
-    path_parser_t parser(s);
-    parser.name_test(*this);
+    flat_memory_t memory;
+    flat_path_t steps(memory.get());
+    path_parser_t parser(s, steps);
+    build(*this, steps[parser.name_test()]);
     return parser.position_get();
 }
 
 const char* xfilter_t::_parse(const char* s) {
-    path_parser_t parser(s);
-    parser.filter(*this);
-    return parser.position_get();
+    return read(*this, s, &path_parser_t::filter);
 }
 
 const char* xnode_t::_parse(const char* s) {
-    path_parser_t parser(s);
-    parser.step(*this);
-    return parser.position_get();
+    return read(*this, s, &path_parser_t::step);
 }
 
 const char* xpath_t::_parse(const char* s) {
-    path_parser_t parser(s);
-    parser.path(*this);
-    return parser.position_get();
+    return read(*this, s, &path_parser_t::path);
 }
 
 void xpath_t::parse(const char* s) {

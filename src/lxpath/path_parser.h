@@ -5,6 +5,7 @@
 /// filters.
 #pragma once
 
+#include "lxpath/flat_path.h"
 #include "lxpath/lxpath.h"
 
 namespace ko::lxml {
@@ -12,25 +13,31 @@ namespace ko::lxml {
 /// How deep filters may stand inside each other.
 constexpr unsigned filter_depth_max = 200;
 
-/// Reads parts of a path into matchers that the caller owns. It borrows the text. After an
-/// exception the matcher holds what was read so far.
+/// Appends the parts of a path to an array of steps. It borrows the text, as the steps do.
 class path_parser_t {
 public:
     /// @throws ko::exception_t "path is null"
-    explicit path_parser_t(const char* text);
+    path_parser_t(const char* text, flat_path_t& out);
 
-    void path(xpath_t& out);
-    void step(xnode_t& out);
-    void name_test(xname_t& out);
-    void filter(xfilter_t& out);
+    /// Each gives the number of the step that it began with.
+    std::size_t path();
+    std::size_t step();
+    std::size_t name_test();
+    std::size_t filter();
 
+    /// Requires that nothing follows.
+    /// @throws ko::exception_t "parse error : expecting %c, got %c"
+    void end() { assert_char(p, '\0'); }
     /// What follows the parts read so far.
     const char* position_get() const { return p; }
 
 private:
-    void filter_body(xfilter_t& out);
+    std::size_t add();
+    bool take(char c);
+    void read_filter(std::size_t number);
 
     const char* p;
+    flat_path_t& steps;
     unsigned depth = 0; ///< filters that are open
 };
 

@@ -9,11 +9,6 @@ namespace ko::lxml {
 
 namespace {
 
-xpath_t& parse(xpath_t& path, const std::string& text) {
-    path.parse(text.c_str());
-    return path;
-}
-
 const element_t* require(const element_t* found, const std::string& path, bool required) {
     if (found == nullptr && required) {
         throw exception_t("element '%s' not found in document", path.c_str());
@@ -28,8 +23,7 @@ void element_t::select_nodes(const xpath_t& path, std::list<node_t*>& out) const
 }
 
 void element_t::select_nodes(const std::string& path, std::list<node_t*>& out) const {
-    xpath_t parsed;
-    select_nodes(parse(parsed, path), out);
+    evaluation_t(path.c_str()).all(const_cast<element_t*>(this), out);
 }
 
 node_t* element_t::select_single_node(const xpath_t& path) const {
@@ -42,8 +36,7 @@ node_t* element_t::select_single_node(const xpath_t& path) const {
 }
 
 node_t* element_t::select_single_node(const std::string& path) const {
-    xpath_t parsed;
-    return select_single_node(parse(parsed, path));
+    return evaluation_t(path.c_str()).first(const_cast<element_t*>(this));
 }
 
 const element_t* element_find(const element_t* from, const xpath_t& path, bool required) {

@@ -17,6 +17,8 @@ using test::repeated;
 const char* const too_much =
     "entities and attribute defaults make more than 8 MiB and 100 times the input";
 const char* const too_long = "namespace name longer than 4096 bytes";
+const char* const too_large =
+    "names and values take more memory than 8 MiB and 250 times the input";
 const char* const too_many = "more than 1000 attributes declared for an element type";
 
 /// The message of the error that reading a text gives, up to its position.
@@ -100,6 +102,42 @@ TEST(limits, refuse_a_namespace_name_that_is_long) {
         EXPECT_EQ(refusal_of(begin + "u'/>"), too_long) << name;
     }
     EXPECT_EQ(refusal_of(document(attlist("xmlns CDATA '" + longest + "u'"), "<a/>")), too_long);
+}
+
+/// A start tag with many attributes in one namespace.
+std::string attributes_in(const std::string& uri, int count) {
+    std::string text = "<a xmlns:p='" + uri + "'";
+    for (int i = 0; i < count; ++i) {
+        text += " p:n" + std::to_string(i) + "=''";
+    }
+    return text + "/>";
+}
+
+TEST(limits, refuse_attributes_whose_names_become_long) {
+    const std::string uri(4096, 'u');
+    EXPECT_EQ(refusal_of(attributes_in(uri, 500)), "");
+    EXPECT_EQ(refusal_of(attributes_in(uri, 20000)), too_large);
+    EXPECT_EQ(refusal_of(attributes_in("urn:a_name_of_usual_length", 20000)), "");
+}
+
+TEST(limits, refuse_a_long_namespace_name_before_expat_copies_it) {
+    const std::string text = attributes_in(std::string(50000, 'u'), 8000);
+    EXPECT_EQ(refusal_of(text), too_long);
+    EXPECT_EQ(refusal_of(text + "<"), too_long);
+}
+
+TEST(limits, do_not_touch_an_attribute_that_entities_fill) {
+    const std::string declared = "<!ENTITY e '" + std::string(30000, 'x') + "'>";
+    EXPECT_EQ(refusal_of(document(declared, "<a b='" + repeated("&e;", 70) + "'/>")), "");
+}
+
+TEST(limits, hold_for_each_document_that_a_callback_reads) {
+    test::recorder_t outer;
+    outer.on_event = [](const std::string&) {
+        EXPECT_EQ(refusal_of(attributes_in(std::string(4096, 'u'), 20000)), too_large);
+    };
+    outer.parse_buffer("<a><b/>" + repeated("<c/>", 3) + "</a>");
+    EXPECT_EQ(outer.events.size(), 10u);
 }
 
 TEST(limits, hold_only_for_names_that_are_namespaces) {

@@ -110,9 +110,9 @@ constexpr bool layout_t::sax() {
     using xml::expat_parser_t;
     return lie({offsetof(expat_parser_t, parser), offsetof(expat_parser_t, file_name),
                 offsetof(expat_parser_t, error_code), offsetof(expat_parser_t, error_message),
-                offsetof(expat_parser_t, refusal)},
-               {4, 8, 32, 36, 60}) &&
-           takes<expat_parser_t>(84) && takes<expat_parser_t::attribute_map_t>(12);
+                offsetof(expat_parser_t, refusal), offsetof(expat_parser_t, memory)},
+               {4, 8, 32, 36, 60, 84}) &&
+           takes<expat_parser_t>(88) && takes<expat_parser_t::attribute_map_t>(12);
 }
 
 constexpr bool layout_t::nodes() {

@@ -1,3 +1,4 @@
+#include <dlfcn.h>
 #include <expat.h>
 #include <gtest/gtest.h>
 
@@ -19,23 +20,32 @@ bool allocation_fails() {
     return allocations_left >= 0 && allocations_left-- == 0;
 }
 
+XML_Memory_Handling_Suite library; ///< the functions that the library gives to expat
+
 void* allocate(std::size_t size) {
-    return allocation_fails() ? nullptr : std::malloc(size);
+    return allocation_fails() ? nullptr : library.malloc_fcn(size);
 }
 
 void* reallocate(void* block, std::size_t size) {
-    return allocation_fails() ? nullptr : std::realloc(block, size);
+    return allocation_fails() ? nullptr : library.realloc_fcn(block, size);
 }
 
-constexpr XML_Memory_Handling_Suite memory = {allocate, reallocate, std::free};
+void release(void* block) {
+    library.free_fcn(block);
+}
+
+constexpr XML_Memory_Handling_Suite memory = {allocate, reallocate, release};
 
 } // namespace
 
 // Takes the place of expat's own for the whole program: an allocation of expat can be made to
 // fail.
-extern "C" XML_Parser XML_ParserCreateNS(const XML_Char* encoding, XML_Char separator) {
-    const XML_Char separators[] = {separator, '\0'};
-    return XML_ParserCreate_MM(encoding, &memory, separators);
+extern "C" XML_Parser XML_ParserCreate_MM(const XML_Char* encoding,
+                                          const XML_Memory_Handling_Suite* functions,
+                                          const XML_Char* separator) {
+    void* const own = dlsym(RTLD_NEXT, "XML_ParserCreate_MM");
+    library = *functions;
+    return reinterpret_cast<decltype(&XML_ParserCreate_MM)>(own)(encoding, &memory, separator);
 }
 
 namespace {

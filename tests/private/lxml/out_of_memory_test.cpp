@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
+#include <sstream>
 #include <stdexcept>
 
 #include "expat_parser/expat_parser.h"
@@ -103,10 +104,119 @@ TEST_F(out_of_memory, while_selecting_is_reported) {
     EXPECT_GT(fail_each("select_nodes, long names", [this] { root->select_nodes(path, nodes); }),
               0);
     EXPECT_GT(fail_each("select_nodes", [this] { root->select_nodes("b[c]", nodes); }), 0);
-    EXPECT_GT(fail_each("element_find", [this] { element_find(root, "b[c]", true); }), 0);
+    EXPECT_GT(fail_each("element_find", [this] { element_find(root, path, false); }), 0);
+    EXPECT_GT(fail_each("a long path", [this] { element_find(root, "b/c/d/e/f/g", false); }), 0);
+}
+
+TEST_F(out_of_memory, while_reading_a_path_is_reported) {
     xpath_t parsed;
-    parsed.parse("b[c]");
+    EXPECT_GT(fail_each("xpath_t::parse", [&] { parsed.parse("b[c]"); }), 0);
     EXPECT_GT(fail_each("select_nodes, parsed", [&] { root->select_nodes(parsed, nodes); }), 0);
+    EXPECT_EQ(element_find(root, parsed, true), tree.find("b"));
+}
+
+TEST_F(out_of_memory, is_met_by_no_short_query) {
+    EXPECT_EQ(fail_each("a short query", [this] { element_find(root, "b[c]/c", true); }), 0);
+}
+
+TEST_F(out_of_memory, while_loading_with_positions_leaves_what_was_there) {
+    load_options_t options;
+    options.positions = true;
+    const auto load = [&] {
+        const std::size_t before = tree.doc.elements.size();
+        const auto bindings = tree.doc.prefix_to_uri;
+        try {
+            tree.doc.load_from_string(text, options);
+        } catch (...) {
+            allocations_left = -1;
+            EXPECT_EQ(tree.doc.elements.size(), before);
+            EXPECT_EQ(tree.doc.prefix_to_uri, bindings);
+            throw;
+        }
+    };
+    EXPECT_GT(fail_each("load with positions", load), 0);
+    EXPECT_NE(tree.doc.position_get(tree.doc.root), nullptr);
+}
+
+TEST_F(out_of_memory, while_loading_a_file_or_stream_with_options_is_reported) {
+    const test::temp_dir_t dir;
+    const std::string file = dir.write("a.xml", text);
+    const load_options_t options;
+    EXPECT_GT(fail_each("load a file with options", [&] { tree.doc.load(file, options); }), 0);
+    const auto load = [&] {
+        std::istringstream in(text);
+        tree.doc.load(in, options);
+    };
+    EXPECT_GT(fail_each("load a stream with options", load), 0);
+    EXPECT_EQ(test::shape(tree.doc.root), "element_with_a_long_name(b(c),d)");
+}
+
+TEST_F(out_of_memory, while_copying_a_document_leaves_the_target) {
+    document_t target;
+    target.load_from_string("<a><b/></a>");
+    const auto copy = [&] {
+        const std::size_t before = target.elements.size();
+        try {
+            target.copy(tree.doc);
+        } catch (...) {
+            allocations_left = -1;
+            EXPECT_EQ(test::shape(target.root), "a(b)");
+            EXPECT_EQ(target.elements.size(), before);
+            throw;
+        }
+    };
+    EXPECT_GT(fail_each("document_t::copy", copy), 0);
+    EXPECT_EQ(test::shape(target.root), test::shape(root));
+}
+
+TEST_F(out_of_memory, while_cloning_whole_is_reported) {
+    document_t target;
+    EXPECT_GT(fail_each("clone_whole", [&] { target.root = root->clone_whole(target); }), 0);
+    EXPECT_EQ(test::shape(target.root), test::shape(root));
+}
+
+/// The memory of the document has room for some links: many are made.
+TEST_F(out_of_memory, while_inserting_before_leaves_the_children) {
+    const element_t* const last = root->children.back();
+    int failures = 0;
+    for (std::size_t size = 3; size < 1000; ++size) {
+        element_t* const made = tree.doc.element_create("e", "");
+        const auto insert = [&] {
+            root->insert_before(made, last);
+        };
+        if (outcome(insert, 0) == "std::bad_alloc") {
+            ++failures;
+            ASSERT_EQ(root->children.size(), size - 1);
+            insert();
+        }
+        ASSERT_EQ(root->children.size(), size);
+    }
+    EXPECT_GT(test::tell("insert_before", failures), 0);
+    EXPECT_EQ(root->children.back(), last);
+}
+
+TEST_F(out_of_memory, while_erasing_a_child_leaves_a_tree) {
+    element_t* const child = tree.find("b");
+    const auto erase = [&] {
+        EXPECT_EQ(root->children.front(), child);
+        EXPECT_EQ(child->children.size(), 1u);
+        root->child_erase(child);
+    };
+    EXPECT_GT(fail_each("child_erase", erase), 0);
+    EXPECT_EQ(test::shape(root), "element_with_a_long_name(d)");
+}
+
+TEST_F(out_of_memory, is_met_by_none_that_look_or_remove) {
+    const auto look = [&] {
+        for (const element_t* e : root->children_named("b")) {
+            EXPECT_EQ(e->child_find("c"), e->children.front());
+        }
+    };
+    EXPECT_EQ(fail_each("children_named", look), 0);
+    EXPECT_EQ(fail_each("attribute_remove", [&] { root->attribute_remove("attribute"); }), 0);
+    EXPECT_TRUE(root->attributes.empty());
+    EXPECT_EQ(fail_each("clear", [&] { tree.doc.clear(); }), 0);
+    EXPECT_TRUE(tree.doc.elements.empty());
 }
 
 TEST_F(out_of_memory, while_interning_changes_nothing) {
