@@ -167,6 +167,16 @@ struct lengths_t {
 
 constexpr lengths_t lengths;
 
+constexpr bool are_long_enough() {
+    for (const builtin_t& row : builtins) {
+        if (row.name.size() < builtin_name_min) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(are_long_enough());
+
 } // namespace
 
 void builtin_names_get(std::vector<std::string>& out) {
@@ -175,8 +185,8 @@ void builtin_names_get(std::vector<std::string>& out) {
     }
 }
 
-const builtin_t* builtin_find(std::string_view name) {
-    if (name.empty() || !lengths.has(name)) {
+const builtin_t* builtin_search(std::string_view name) {
+    if (!lengths.has(name)) {
         return nullptr;
     }
     for (const builtin_t& row : builtins) {

@@ -32,8 +32,16 @@ struct builtin_t {
     bool changes = false; ///< whether it may change variables
 };
 
+/// Length of the shortest name.
+constexpr std::size_t builtin_name_min = 3;
+
+/// Looks a name up that is long enough to be one.
+const builtin_t* builtin_search(std::string_view name);
+
 /// @return the built-in function of that name, or null
-const builtin_t* builtin_find(std::string_view name);
+inline const builtin_t* builtin_find(std::string_view name) {
+    return name.size() < builtin_name_min ? nullptr : builtin_search(name);
+}
 
 /// Appends the names of the built-in functions.
 void builtin_names_get(std::vector<std::string>& out);

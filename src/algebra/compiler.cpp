@@ -1,23 +1,17 @@
 #include "algebra/compiler.h"
 
-#include <algorithm>
-#include <functional>
-
-#include "algebra/limits.h"
 #include "algebra/parser.h"
 
 namespace ko::alg {
 
 namespace {
 
-/// Up to this number of names, looking at each is the quickest way to find one.
-constexpr std::size_t names_listed_max = 8;
-
 /// Compiles one tree; lives as long as that takes.
 class compiler_t {
 public:
     compiler_t(const syntax_t& source, compiler_room_t& compiler_room, program_t& target)
-        : syntax(source), room(compiler_room), program(target) {}
+        : syntax(source), room(compiler_room), program(target),
+          writer(compiler_room.writer, target) {}
 
     void run(place_t root, bool as_list);
 
@@ -32,37 +26,28 @@ private:
     void assignment(const item_t& item);
     void call(const item_t& item);
     void arguments(const item_t& item, instruction_t call);
-    void emit_task(const task_t& task);
 
     bool leaf_get(place_t place, operand_e& kind, argument_t& argument);
     void push(const item_t& item);
-    void emit(const instruction_t& instruction, std::size_t taken, std::size_t left);
-    void fail(opcode_e opcode) { emit({opcode}, 0, 1); }
-    void later(task_t::kind_e kind, place_t place) {
+    void fail(opcode_e opcode) { writer.emit({opcode}, 0, 1); }
+    void later(task_t::kind_e kind, place_t place = no_place) {
         room.tasks.push_back({kind, place, {opcode_e::end}, 0, 0});
     }
-    void later(const instruction_t& instruction, std::size_t taken, std::size_t left = 1) {
-        room.tasks.push_back({task_t::emit, no_place, instruction, taken, left});
+    void later(const instruction_t& instruction, std::size_t taken, std::size_t left = 1,
+               task_t::kind_e kind = task_t::emit) {
+        room.tasks.push_back({kind, no_place, instruction, taken, left});
     }
-    std::uint32_t code_end() const { return static_cast<std::uint32_t>(program.code.size()); }
-
-    std::uint32_t name_place(std::string_view name);
-    std::uint32_t name_add(std::string_view name);
-    void name_enter(std::uint32_t place);
     std::uint32_t target_add(const item_t& item);
     std::size_t list_length(place_t place, bool& is_open) const;
 
     const syntax_t& syntax;
     compiler_room_t& room;
     program_t& program;
-    std::size_t height = 0; ///< of the stack of values
-    std::size_t unwatched = 0;
+    code_writer_t writer;
 };
 
 void compiler_t::run(place_t root, bool as_list) {
     room.tasks.clear();
-    room.names.clear();
-    room.jumps.clear();
     program.is_list = as_list;
     later(as_list ? task_t::list : task_t::value, root);
     while (!room.tasks.empty()) {
@@ -70,8 +55,7 @@ void compiler_t::run(place_t root, bool as_list) {
         room.tasks.pop_back();
         task_do(task);
     }
-    program.steps = program.code.size();
-    program.code.push_back({opcode_e::end});
+    writer.end();
 }
 
 void compiler_t::task_do(const task_t& task) {
@@ -83,35 +67,18 @@ void compiler_t::task_do(const task_t& task) {
         list(task.place);
         break;
     case task_t::emit:
-        emit_task(task);
+        writer.emit(task.follow, task.taken, task.left);
         break;
-    case task_t::patch:
-        program.code[room.jumps.back()].b.place = code_end();
-        room.jumps.pop_back();
+    case task_t::fork:
+        writer.emit_fork(task.follow, task.taken);
+        break;
+    case task_t::jump:
+        writer.emit_jump();
+        break;
+    case task_t::land:
+        writer.land();
         break;
     }
-}
-
-/// An instruction that jumps is kept until its goal is known.
-void compiler_t::emit_task(const task_t& task) {
-    emit(task.follow, task.taken, task.left);
-    if (task.follow.opcode == opcode_e::branch || task.follow.opcode == opcode_e::arguments) {
-        room.jumps.push_back(code_end() - 1);
-    } else if (task.follow.opcode == opcode_e::jump) {
-        // The second operand of a choice begins where its test does not hold.
-        program.code[room.jumps.back()].b.place = code_end();
-        room.jumps.back() = code_end() - 1;
-    }
-}
-
-void compiler_t::emit(const instruction_t& instruction, std::size_t taken, std::size_t left) {
-    if (++unwatched == instructions_unwatched_max) {
-        unwatched = 0;
-        program.code.push_back({opcode_e::watch});
-    }
-    program.code.push_back(instruction);
-    height = height - taken + left;
-    program.stack_need = std::max(program.stack_need, height);
 }
 
 /// Gives the operand of an instruction that a leaf without effect can be.
@@ -128,12 +95,11 @@ bool compiler_t::leaf_get(place_t place, operand_e& kind, argument_t& argument) 
         return true;
     case item_e::text:
         kind = operand_e::text;
-        argument.place = static_cast<std::uint32_t>(program.texts.size());
-        program.texts.emplace_back(std::string(syntax.text_of(item)));
+        argument.place = writer.text_add(syntax.text_of(item));
         return true;
     case item_e::name:
         kind = operand_e::name;
-        argument.place = name_place(syntax.text_of(item));
+        argument.place = writer.name_place(syntax.text_of(item));
         return true;
     default:
         kind = operand_e::stack;
@@ -152,7 +118,7 @@ void compiler_t::value(const item_t& item) {
     case item_e::foreign: {
         instruction_t instruction{opcode_e::foreign_value};
         instruction.a.place = target_add(item);
-        emit(instruction, 0, 1);
+        writer.emit(instruction, 0, 1);
         break;
     }
     default:
@@ -166,7 +132,7 @@ void compiler_t::push(const item_t& item) {
                   instruction.a)) {
         instruction.left = operand_e::integer; // a parenthesis that a failed parse left is 0
     }
-    emit(instruction, 0, 1);
+    writer.emit(instruction, 0, 1);
 }
 
 /// The values of a tree, those that commas separate one by one.
@@ -175,7 +141,7 @@ void compiler_t::list(place_t place) {
     if (item.kind == item_e::foreign) {
         instruction_t instruction{opcode_e::foreign_list};
         instruction.a.place = target_add(item);
-        emit(instruction, 0, 1); // or more, which the machine makes room for
+        writer.emit(instruction, 0, 1); // or more, which the machine makes room for
     } else if (item.kind != item_e::operation || item.operation != comma_id) {
         value(item);
     } else if (item.operands[0] == no_place) {
@@ -206,7 +172,7 @@ void compiler_t::operation(const item_t& item) {
 void compiler_t::unary(const item_t& item, const operator_t& row) {
     instruction_t instruction{row.opcode};
     if (leaf_get(item.operands[0], instruction.left, instruction.a)) {
-        emit(instruction, 0, 1);
+        writer.emit(instruction, 0, 1);
     } else {
         later(instruction, 1);
         later(task_t::value, item.operands[0]);
@@ -222,7 +188,7 @@ void compiler_t::binary(const item_t& item, const operator_t& row) {
                               leaf_get(item.operands[0], instruction.left, instruction.a);
     const unsigned taken = (is_left_leaf ? 0U : 1U) + (is_right_leaf ? 0U : 1U);
     if (taken == 0) {
-        emit(instruction, 0, 1);
+        writer.emit(instruction, 0, 1);
         return;
     }
     later(instruction, taken);
@@ -237,11 +203,11 @@ void compiler_t::binary(const item_t& item, const operator_t& row) {
 void compiler_t::choice(const item_t& item) {
     instruction_t test{opcode_e::branch};
     const bool is_leaf = leaf_get(item.operands[0], test.left, test.a);
-    later(task_t::patch, no_place);
+    later(task_t::land);
     later(task_t::value, item.operands[2]);
-    later({opcode_e::jump}, 1, 0); // one of the two values is there in the end
+    later(task_t::jump);
     later(task_t::value, item.operands[1]);
-    later(test, is_leaf ? 0 : 1, 0);
+    later(test, is_leaf ? 0 : 1, 0, task_t::fork);
     if (!is_leaf) {
         later(task_t::value, item.operands[0]);
     }
@@ -252,7 +218,7 @@ void compiler_t::assignment(const item_t& item) {
     instruction_t store{opcode_e::no_target};
     if (target.kind == item_e::name || target.kind == item_e::text) {
         store.opcode = opcode_e::store;
-        store.a.place = name_place(syntax.text_of(target));
+        store.a.place = writer.name_place(syntax.text_of(target));
     } else if (target.kind == item_e::foreign) {
         store.opcode = opcode_e::foreign_assign;
         store.a.place = target_add(target);
@@ -287,17 +253,11 @@ std::size_t compiler_t::list_length(place_t place, bool& is_open) const {
 
 void compiler_t::call(const item_t& item) {
     const callee_t& callee = syntax.callees[item.callee];
-    instruction_t instruction{callee.host != nullptr      ? opcode_e::host_call
-                              : callee.builtin != nullptr ? callee.builtin->opcode
-                                                          : opcode_e::script_call};
-    instruction.a.place = target_add(item);
-    instruction.b.place = 0;
-    program.may_change =
-        program.may_change || callee.builtin == nullptr || callee.builtin->changes;
+    const instruction_t instruction = writer.call_of(callee, target_add(item));
     const bool is_silent =
         (item.is_bound && item.takes_nothing) || taking_of(callee) == taking_e::nothing;
     if (is_silent) {
-        emit(instruction, 0, 1);
+        writer.emit(instruction, 0, 1);
     } else {
         arguments(item, instruction);
     }
@@ -307,7 +267,7 @@ void compiler_t::call(const item_t& item) {
 void compiler_t::arguments(const item_t& item, instruction_t call) {
     const bool is_script = call.opcode == opcode_e::script_call;
     if (is_script) {
-        later(task_t::patch, no_place);
+        later(task_t::land);
     }
     if (item.operands[0] == no_place) {
         later({opcode_e::no_operand}, 0);
@@ -324,70 +284,12 @@ void compiler_t::arguments(const item_t& item, instruction_t call) {
     if (is_script) {
         instruction_t look{opcode_e::arguments};
         look.a = call.a;
-        later(look, 0, 0);
+        later(look, 0, 0, task_t::fork);
     }
 }
 
 std::uint32_t compiler_t::target_add(const item_t& item) {
-    callee_t callee;
-    if (item.kind == item_e::call || item.kind == item_e::foreign) {
-        callee = syntax.callees[item.callee];
-    }
-    program.targets.push_back({std::move(callee), std::string(syntax.text_of(item))});
-    program.may_change = program.may_change || item.kind == item_e::foreign;
-    return static_cast<std::uint32_t>(program.targets.size() - 1);
-}
-
-std::uint32_t compiler_t::name_place(std::string_view name) {
-    if (program.names.size() <= names_listed_max) {
-        for (std::uint32_t place = 0; place < program.names.size(); ++place) {
-            if (program.names[place] == name) {
-                return place;
-            }
-        }
-        return name_add(name);
-    }
-    std::size_t i = std::hash<std::string_view>()(name);
-    for (;; ++i) {
-        const std::uint32_t entry = room.names[i & (room.names.size() - 1)];
-        if (entry == 0) {
-            return name_add(name);
-        }
-        if (program.names[entry - 1] == name) {
-            return entry - 1;
-        }
-    }
-}
-
-/// Adds a name; the hash table keeps twice as many places as there are names.
-std::uint32_t compiler_t::name_add(std::string_view name) {
-    program.names.emplace_back(name);
-    const auto count = static_cast<std::uint32_t>(program.names.size());
-    if (count <= names_listed_max) {
-        return count - 1;
-    }
-    if (2 * std::size_t{count} > room.names.size()) {
-        std::size_t size = 4 * names_listed_max;
-        while (size < 4 * std::size_t{count}) {
-            size *= 2;
-        }
-        room.names.assign(size, 0);
-        for (std::uint32_t place = 0; place < count; ++place) {
-            name_enter(place);
-        }
-    } else {
-        name_enter(count - 1);
-    }
-    return count - 1;
-}
-
-void compiler_t::name_enter(std::uint32_t place) {
-    const std::size_t mask = room.names.size() - 1;
-    std::size_t i = std::hash<std::string>()(program.names[place]);
-    while (room.names[i & mask] != 0) {
-        ++i;
-    }
-    room.names[i & mask] = place + 1;
+    return writer.target_add(syntax.callees[item.callee], syntax.text_of(item));
 }
 
 } // namespace

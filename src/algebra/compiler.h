@@ -8,6 +8,7 @@
 
 #include <vector>
 
+#include "algebra/code_writer.h"
 #include "algebra/program.h"
 #include "algebra/syntax.h"
 
@@ -15,20 +16,19 @@ namespace ko::alg {
 
 /// Something that the compiler still has to do.
 struct task_t {
-    enum kind_e : unsigned char { value, list, emit, patch };
+    enum kind_e : unsigned char { value, list, emit, fork, jump, land };
 
-    kind_e kind;
-    place_t place;        ///< of the tree
-    instruction_t follow; ///< to emit
-    std::size_t taken;    ///< slots that it takes
-    std::size_t left;     ///< slots that it leaves
+    kind_e kind = value;
+    place_t place = no_place;                    ///< of the tree
+    instruction_t follow = {opcode_e::no_value}; ///< to emit
+    std::size_t taken = 0;                       ///< slots that it takes
+    std::size_t left = 0;                        ///< slots that it leaves
 };
 
 /// Memory for the compiler, which a caller may keep from one tree to the next.
 struct compiler_room_t {
     std::vector<task_t> tasks;
-    std::vector<std::uint32_t> names; ///< hash table: places of names, one up
-    std::vector<std::uint32_t> jumps; ///< places of the jumps that still lack their goal
+    writer_room_t writer;
 };
 
 /// Compiles the tree at `root`.

@@ -65,6 +65,8 @@ public:
     /// Removes a host function.
     /// @return false when there is none
     bool host_undefine(const std::string& name);
+    /// Whether there may be host functions.
+    bool has_hosts() const { return hosts.get() != nullptr; }
     /// @return the host function, or null
     std::shared_ptr<const host_record_t> host_find(std::string_view name) const;
     /// Appends the names of the host functions in ascending order.

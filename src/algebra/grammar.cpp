@@ -42,64 +42,26 @@ constexpr operator_t operators[operators_end] = {
 static_assert(operators[choice_id].spelling == "?:" && operators[assign_id].spelling == "=" &&
               operators[comma_id].spelling == ",");
 
-namespace {
-
-/// The operators that begin with one character.
-struct start_t {
-    operator_id_t prefix = operators_end;
-    operator_id_t infix = operators_end; ///< of that character alone
-    char second[2] = {};                 ///< of the longer ones
-    operator_id_t pair[2] = {operators_end, operators_end};
-};
-
-/// All operators by their first character, but those of structure, which the lexer knows.
-struct starts_t {
-    constexpr starts_t() : by_character() {
-        for (operator_id_t id = 0; id < choice_id; ++id) {
-            const operator_t& row = operators[id];
-            start_t& start = by_character[static_cast<unsigned char>(row.spelling[0])];
-            if (row.shape == shape_e::prefix) {
-                start.prefix = id;
-            } else if (row.spelling.size() == 1) {
-                start.infix = id;
-            } else {
-                const unsigned i = start.pair[0] == operators_end ? 0 : 1;
-                start.second[i] = row.spelling[1];
-                start.pair[i] = id;
-            }
+constexpr operator_starts_t::operator_starts_t() : by_character() {
+    for (operator_id_t id = 0; id < choice_id; ++id) {
+        const operator_t& row = operators[id];
+        operator_start_t& start = by_character[static_cast<unsigned char>(row.spelling[0])];
+        if (row.shape == shape_e::prefix) {
+            start.prefix = id;
+        } else if (row.spelling.size() == 1) {
+            start.infix = id;
+        } else {
+            const unsigned i = start.pair[0] == operators_end ? 0 : 1;
+            start.second[i] = row.spelling[1];
+            start.pair[i] = id;
         }
     }
+}
 
-    start_t by_character[128];
-};
-
-constexpr starts_t starts;
-
-} // namespace
+constexpr operator_starts_t operator_starts;
 
 static_assert(operators[static_cast<unsigned>(opcode_e::logical_or)].opcode ==
               opcode_e::logical_or);
-
-operator_id_t prefix_find(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 128 ? starts.by_character[byte].prefix : operators_end;
-}
-
-operator_id_t infix_find(char c, char next, std::size_t& length) {
-    const auto byte = static_cast<unsigned char>(c);
-    length = 1;
-    if (byte >= 128) {
-        return operators_end;
-    }
-    const start_t& start = starts.by_character[byte];
-    for (unsigned i = 0; i < 2; ++i) {
-        if (start.pair[i] != operators_end && start.second[i] == next) {
-            length = 2;
-            return start.pair[i];
-        }
-    }
-    return start.infix;
-}
 
 const char* operand_name(shape_e shape, unsigned operand) {
     static constexpr const char* names[][3] = {

@@ -100,11 +100,38 @@ inline const operator_t& operator_get(operator_id_t id) {
 inline const operator_t& operator_get(opcode_e opcode) {
     return operators[static_cast<unsigned>(opcode)];
 }
+/// The operators that begin with one character, but those of structure, which the lexer knows.
+struct operator_start_t {
+    operator_id_t prefix = operators_end;
+    operator_id_t infix = operators_end; ///< of that character alone
+    char second[2] = {};                 ///< of the longer ones
+    operator_id_t pair[2] = {operators_end, operators_end};
+};
+/// All operators by their first character.
+struct operator_starts_t {
+    constexpr operator_starts_t();
+
+    operator_start_t by_character[256];
+};
+extern const operator_starts_t operator_starts;
+
 /// @return the operator without an operand before it that begins with `c`, or the end
-operator_id_t prefix_find(char c);
+inline operator_id_t prefix_find(char c) {
+    return operator_starts.by_character[static_cast<unsigned char>(c)].prefix;
+}
 /// @param length receives the length of the spelling: 2 where there is one of two characters
 /// @return the operator with an operand before it that begins with `c` and `next`, or the end
-operator_id_t infix_find(char c, char next, std::size_t& length);
+inline operator_id_t infix_find(char c, char next, std::size_t& length) {
+    const operator_start_t& start = operator_starts.by_character[static_cast<unsigned char>(c)];
+    for (unsigned i = 0; i < 2 && start.pair[i] != operators_end; ++i) {
+        if (start.second[i] == next) {
+            length = 2;
+            return start.pair[i];
+        }
+    }
+    length = 1;
+    return start.infix;
+}
 
 /// Number of operands that stand before an operator.
 constexpr unsigned before_count(shape_e shape) {

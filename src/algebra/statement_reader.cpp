@@ -32,6 +32,7 @@ private:
     [[noreturn]] static void fail() {
         throw exception_t(std::string("unexpected EOF encountered"));
     }
+    bool copy_plain();
     void quoted(char quote);
     void slash();
     void line_comment();
@@ -46,15 +47,7 @@ private:
 bool statement_reader_t::read() {
     statement.clear();
     statement.reserve(text.size() + 1); // the lexer appends a blank
-    while (!at_end()) {
-        const std::size_t begin = position;
-        while (!at_end() && !specials.has(text[position])) {
-            ++position;
-        }
-        statement.append(text, begin, position - begin);
-        if (at_end()) {
-            break;
-        }
+    while (copy_plain()) {
         const char c = text[position++];
         switch (c) {
         case ';':
@@ -70,6 +63,20 @@ bool statement_reader_t::read() {
         }
     }
     return substitute;
+}
+
+/// Copies what needs no look.
+/// @return false at the end of the text
+bool statement_reader_t::copy_plain() {
+    const char* const begin = text.data() + position;
+    const char* const text_end = text.data() + text.size();
+    const char* end = begin;
+    while (end != text_end && !specials.has(*end)) {
+        ++end;
+    }
+    statement.append(begin, end);
+    position += static_cast<std::size_t>(end - begin);
+    return end != text_end;
 }
 
 void statement_reader_t::quoted(char quote) {
@@ -95,8 +102,7 @@ void statement_reader_t::slash() {
     } else if (c == '*') {
         block_comment();
     } else {
-        statement += '/';
-        statement += c;
+        statement.append(text, position - 2, 2);
     }
 }
 

@@ -19,6 +19,10 @@ bool translator_t::statement_get(const std::string& text, const macro_table_t* m
 
 bool translator_t::translate(const lexer_settings_t& settings, program_t& program,
                              std::string& error) {
+    if (!settings.numeric_only &&
+        line_translate(statement, settings, one_pass_room, compiler_room.writer, program)) {
+        return true;
+    }
     bool is_good = false;
     try {
         is_good = parse(settings, syntax, error);
@@ -52,6 +56,7 @@ void translator_t::compile_first(program_t& program) {
     } else {
         compile(syntax, syntax.first, false, program);
     }
+    syntax.callees.clear(); // which may hold what a host wants to see gone
 }
 
 } // namespace ko::alg

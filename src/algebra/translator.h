@@ -1,5 +1,6 @@
 /// @file
-/// The way from a text to a program: statement reader, macros, lexer, parser, compiler.
+/// The way from a text to a program: statement reader, macros, lexer, parser, compiler. Lines
+/// that need no tree go through `line_translate` instead of the last two.
 ///
 /// The rooms that these need on the way are kept from one text to the next.
 #pragma once
@@ -8,6 +9,7 @@
 
 #include "algebra/compiler.h"
 #include "algebra/macro_table.h"
+#include "algebra/one_pass.h"
 #include "algebra/parser.h"
 #include "algebra/program.h"
 
@@ -51,6 +53,7 @@ private:
     syntax_t syntax;
     parser_room_t parser_room;
     compiler_room_t compiler_room;
+    one_pass_room_t one_pass_room;
     std::size_t failure_offset = 0;
 };
 

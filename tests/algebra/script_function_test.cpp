@@ -59,6 +59,12 @@ TEST_F(script_function, is_called_by_its_name) {
     expect({{"sq(4)", "(i) 16"}, {"sq(1.5) + 1", "(f) 3.25"}, {"sq 3", "(i) 9"}});
 }
 
+TEST_F(script_function, takes_many_parameters_beside_variables) {
+    algebra.macro_define("f(a, b, c, d, e, f1, g, h, i, j)", "a + j + v");
+    algebra.assign("v", 100);
+    expect({{"f(1, 2, 3, 4, 5, 6, 7, 8, 9, 10)", "(i) 111"}});
+}
+
 TEST_F(script_function, demands_its_number_of_arguments) {
     algebra.macro_define("sq(x)", "x*x");
     algebra.macro_define("add(a, b)", "a+b");

@@ -150,7 +150,7 @@ TEST(exhaustion, leaves_functions_and_macros_as_they_were) {
 TEST(exhaustion, leaves_a_copied_evaluator_as_it_was) {
     EXPECT_GE(fail_each("copy an evaluator and evaluate",
                         [](world_t& w) { algebra_t(w.algebra).evaluate(); }),
-              50);
+              30);
     EXPECT_GE(fail_each("assign to a new evaluator", [](world_t& w) { algebra_t() = w.algebra; }),
               3);
     EXPECT_GE(fail_each("copy and define in the copy",
@@ -189,7 +189,7 @@ TEST(exhaustion, while_evaluating_is_reported) {
     for (const std::string& expression : expressions) {
         EXPECT_GE(fail_each(("evaluate " + expression).c_str(),
                             [&](world_t& w) { w.algebra.evaluate(expression); }),
-                  20);
+                  15);
     }
     EXPECT_GE(fail_each("evaluate_safe", [](world_t& w) { w.algebra.evaluate_safe(text); }), 5);
 }
