@@ -84,8 +84,8 @@ private:
 ///
 /// The links of an element's list lie in the memory of its document. A list that is moved,
 /// swapped or spliced between documents, or between a document and a list that stands alone, gets
-/// new links, so that such a call costs the number of elements, ends the validity of their
-/// iterators and may throw `std::bad_alloc`, which leaves what was there.
+/// new links. Such a call costs the number of elements and ends the validity of their iterators;
+/// it may throw `std::bad_alloc`, which leaves what was there.
 class child_list_t {
     using link_t = child_link_t;
     using node_t = child_node_t;

@@ -10,7 +10,8 @@ namespace ko::xpp {
 /// Generates elements in place of a "plugin" directive.
 ///
 /// @par Owns
-/// What it generates; the preprocessor that it is registered with owns and deletes the plug-in.
+/// Nothing that it is given; what it generates lies in a document that it keeps. The preprocessor
+/// that it is registered with owns and deletes the plug-in.
 /// @par Lives
 /// As long as that preprocessor, unless another one takes its name: then it is the caller's
 /// again.

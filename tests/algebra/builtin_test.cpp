@@ -1,4 +1,4 @@
-// The 21 built-in functions.
+// The built-in functions.
 
 #include <gtest/gtest.h>
 

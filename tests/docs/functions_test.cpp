@@ -14,10 +14,12 @@ std::string page_text(const char* name) {
     return test::read_file((docs::top_folder() / "docs" / name).string());
 }
 
-TEST(functions, stand_in_the_reference_of_the_language) {
-    const std::string page = page_text("language.md");
+TEST(functions, stand_in_the_tour_and_in_the_reference_of_the_language) {
+    const std::string tour = page_text("expressions.md");
+    const std::string reference = page_text("language.md");
     for (const std::string& name : ko::alg::algebra_t().function_names()) {
-        EXPECT_NE(page.find("`" + name + "("), std::string::npos) << name;
+        EXPECT_NE(tour.find("`" + name + "("), std::string::npos) << name;
+        EXPECT_NE(reference.find("`" + name + "("), std::string::npos) << name;
     }
 }
 
