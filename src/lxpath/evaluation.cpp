@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <typeinfo>
 
-#include "lxpath/path_parser.h"
-
 namespace ko::lxml {
 
 namespace {
@@ -55,12 +53,6 @@ bool evaluation_t::can_evaluate(const xpath_t& path) {
 evaluation_t::evaluation_t() {
     steps.reserve(usual_steps);
     levels.reserve(usual_steps);
-}
-
-evaluation_t::evaluation_t(const char* path) : evaluation_t() {
-    path_parser_t parser(path, steps);
-    first_step = parser.path();
-    parser.end();
 }
 
 evaluation_t::evaluation_t(const xpath_t& path) : evaluation_t() {

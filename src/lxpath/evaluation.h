@@ -19,14 +19,15 @@
 #include <vector>
 
 #include "lxpath/flat_path.h"
+#include "lxpath/lxpath.h"
 
 namespace ko::lxml {
 
 /// One evaluation of a path or of a part of one, which it borrows as it does the tree.
 class evaluation_t {
 public:
-    /// @throws ko::exception_t as `xpath_t::parse`
-    explicit evaluation_t(const char* path);
+    /// Of the path whose steps are put into `steps_get()`.
+    evaluation_t();
     explicit evaluation_t(const xpath_t& path);
     explicit evaluation_t(const xnode_t& step);
     explicit evaluation_t(const xname_t& name);
@@ -35,6 +36,8 @@ public:
     /// Whether all steps are of this library's own class. A path with others is evaluated step by
     /// step through their virtual functions.
     static bool can_evaluate(const xpath_t& path);
+
+    flat_path_t& steps_get() { return steps; }
 
     /// The first node that is selected, or null.
     node_t* first(element_t* context);
@@ -77,7 +80,6 @@ private:
         node_t* ready;          ///< a result that is to be given next
     };
 
-    evaluation_t();
     std::size_t add_path(const xpath_t& path);
     void add_step(const xname_t* name, const xfilter_t* filter);
     void add_filter(std::size_t number, const xfilter_t& filter);

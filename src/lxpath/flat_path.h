@@ -9,9 +9,11 @@
 #include <string_view>
 #include <vector>
 
-#include "lxpath/lxpath.h"
-
 namespace ko::lxml {
+
+class atom_table_t;
+class document_t;
+class xpath_t;
 
 /// One step. Its texts are borrowed from the text or the objects that it was made of.
 struct flat_step_t {

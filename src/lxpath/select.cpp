@@ -9,6 +9,12 @@ namespace ko::lxml {
 
 namespace {
 
+void read(const std::string& text, flat_path_t& steps) {
+    path_parser_t parser(text.c_str(), steps);
+    parser.path();
+    parser.end();
+}
+
 const element_t* require(const element_t* found, const std::string& path, bool required) {
     if (found == nullptr && required) {
         throw exception_t("element '%s' not found in document", path.c_str());
@@ -23,7 +29,9 @@ void element_t::select_nodes(const xpath_t& path, std::list<node_t*>& out) const
 }
 
 void element_t::select_nodes(const std::string& path, std::list<node_t*>& out) const {
-    evaluation_t(path.c_str()).all(const_cast<element_t*>(this), out);
+    evaluation_t evaluation;
+    read(path, evaluation.steps_get());
+    evaluation.all(const_cast<element_t*>(this), out);
 }
 
 node_t* element_t::select_single_node(const xpath_t& path) const {
@@ -36,7 +44,9 @@ node_t* element_t::select_single_node(const xpath_t& path) const {
 }
 
 node_t* element_t::select_single_node(const std::string& path) const {
-    return evaluation_t(path.c_str()).first(const_cast<element_t*>(this));
+    evaluation_t evaluation;
+    read(path, evaluation.steps_get());
+    return evaluation.first(const_cast<element_t*>(this));
 }
 
 const element_t* element_find(const element_t* from, const xpath_t& path, bool required) {
