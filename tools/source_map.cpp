@@ -87,9 +87,12 @@ void children_push(const node_t& node, std::vector<node_t>& pending) {
     std::map<std::string, unsigned> counts;
     const std::size_t start = pending.size();
     for (const ko::lxml::element_t* child : node.element->children) {
-        const std::string& name = child->name_get();
-        const std::string number = std::to_string(++counts[name]);
-        pending.push_back({child, name + "[" + number + "]", node.depth + 1});
+        std::string step = child->name_get();
+        const unsigned number = ++counts[step];
+        step += '[';
+        step += std::to_string(number);
+        step += ']';
+        pending.push_back({child, std::move(step), node.depth + 1});
     }
     std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(start), pending.end());
 }

@@ -3,6 +3,7 @@
 #include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "support/allocations.h"
 #include "support/temp_dir.h"
@@ -181,6 +182,86 @@ TEST_P(out_of_memory_trace, is_whole_or_empty_and_the_failure_as_it_was) {
     EXPECT_GT(test::tell(GetParam() ? "a failure with a cache" : "a failure", number), 100);
 }
 
+/// A preprocessor after a call that failed, and what a host asks it and tells it between calls.
+class out_of_memory_host : public out_of_memory_trace {
+protected:
+    void SetUp() override {
+        out_of_memory_trace::SetUp();
+        preprocessor.resolver_set(
+            [this](const std::string&, const element_t&) { return dir.path("failing.xml"); });
+        const quiet_t quiet;
+        EXPECT_ANY_THROW(preprocessor.process(source.root, preprocessor_t::process_include));
+    }
+
+    file_cache_t cache;
+    document_t output;
+    preprocessor_t preprocessor{output, GetParam() ? &cache : nullptr};
+};
+
+TEST_P(out_of_memory_host, is_told_the_trace_again_after_a_failure_to_tell_it) {
+    const auto ask = [&] {
+        EXPECT_EQ(preprocessor.trace_get().size(), 3U);
+    };
+    EXPECT_GT(test::fail_each("trace_get", ask), 3);
+    ask();
+}
+
+TEST_P(out_of_memory_host, is_told_the_files_again_after_a_failure_to_tell_them) {
+    const std::vector<std::string> expected_files{dir.path("failing.xml")};
+    std::vector<std::string> files;
+    EXPECT_GT(test::fail_each("files_get", [&] { files = preprocessor.files_get(); }), 1);
+    EXPECT_EQ(files, expected_files);
+}
+
+TEST_P(out_of_memory_host, keeps_the_resolver_that_it_had) {
+    const std::string path = dir.path("good.xml");
+    dir.write("good.xml", "<part><a/></part>");
+    long number = 0;
+    const auto replace = [&] {
+        preprocessor.resolver_set([path](const std::string&, const element_t&) { return path; });
+    };
+    for (; test::outcome(replace, number) != "not reached"; ++number) {
+        const quiet_t quiet;
+        EXPECT_ANY_THROW(preprocessor.process(source.root, preprocessor_t::process_include));
+        EXPECT_EQ(preprocessor.files_get().size(), GetParam() ? 0U : 1U)
+            << "allocation " << number;
+    }
+    EXPECT_GT(test::tell("resolver_set", number), 0);
+    EXPECT_NE(preprocessor.process(source.root, preprocessor_t::process_include), nullptr);
+}
+
+TEST_P(out_of_memory_host, sets_an_argument_or_leaves_it) {
+    const std::string name = "an argument with a long name";
+    const std::string value = "a value that is too long for a short string";
+    const ko::alg::algebra_t& algebra = preprocessor.algebra_get();
+    const auto set = [&] {
+        preprocessor.insert_argument(name, value);
+    };
+    for (long number = 0; test::outcome(set, number) != "not reached"; ++number) {
+        EXPECT_FALSE(algebra.find(name)) << "allocation " << number;
+    }
+    EXPECT_EQ(algebra.get(name).string_get(false, 0), value);
+    EXPECT_EQ(test::fail_each("set an argument to a number",
+                              [&] { preprocessor.insert_argument(name, 5000000000LL); }),
+              0);
+    EXPECT_EQ(algebra.get(name).string_get(false, 0), "5e+09");
+}
+
+TEST_P(out_of_memory_host, allocates_nothing_for_limits_observer_and_evaluator) {
+    asking_t asking(preprocessor);
+    ko::xpp::limits_t limits = preprocessor.limits_get();
+    limits.passes = 1;
+    EXPECT_EQ(test::fail_each("limits_set, observer_set and algebra_get",
+                              [&] {
+                                  preprocessor.limits_set(limits);
+                                  preprocessor.observer_set(&asking);
+                                  preprocessor.algebra_get();
+                              }),
+              0);
+    EXPECT_EQ(preprocessor.limits_get().passes, 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_host, testing::Bool());
 INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_trace, testing::Bool());
 INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_preprocessor, testing::Bool());
 
