@@ -129,8 +129,7 @@ bool algebra_t::evaluate(const char* text, result_t& value, error_t& error) {
 
 result_t algebra_t::evaluate_safe(const std::string& text) {
     // The text may be the parse error, which the parse replaces.
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
-    const std::string own_text = text;
+    std::string own_text = text;
     imp_t& own = state();
     own.program_clear();
     try {

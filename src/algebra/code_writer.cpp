@@ -70,7 +70,8 @@ std::uint32_t code_writer_t::name_place(std::string_view name) {
         const char first = name.empty() ? '\0' : name.front();
         std::uint32_t place = 0;
         for (const std::string& known : program.names) {
-            if (known.size() == name.size() && *known.c_str() == first && known == name) {
+            if (known.size() == name.size() && *known.c_str() == first &&
+                (name.size() < 2 || known == name)) {
                 return place;
             }
             ++place;

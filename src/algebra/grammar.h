@@ -69,17 +69,17 @@ enum class shape_e : unsigned char {
 struct operator_t {
     std::string_view spelling;
     shape_e shape;
-    int strength;           ///< higher binds first
-    const char* class_name; ///< in messages
+    signed char strength; ///< higher binds first
     opcode_e opcode;
+    const char* class_name; ///< in messages
     result_t (*unary)(const result_t& a);
     result_t (*binary)(const result_t& a, const result_t& b);
 };
 
 /// Strength of a token that takes no operands, or has taken them.
-constexpr int bound_strength = -15;
+constexpr signed char bound_strength = -15;
 /// Functions bind before every operator.
-constexpr int function_strength = 3;
+constexpr signed char function_strength = 3;
 
 /// Number of a row.
 using operator_id_t = unsigned char;

@@ -26,6 +26,7 @@ struct lexer_settings_t {
 };
 
 /// A token of a line.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): a union has one member at a time
 struct lexeme_t {
     item_e kind = item_e::open;
     operator_id_t operation = operators_end; ///< of an operation

@@ -47,8 +47,9 @@ private:
         wants_operand = false;
     }
     void result_add() { operand_add(operand_e::stack, {}); }
-    void operator_add(kind_e kind, int strength, opcode_e opcode, std::uint32_t place = 0) {
-        operator_stack.push_back({kind, opcode, static_cast<signed char>(strength), place, 0});
+    void operator_add(kind_e kind, signed char strength, opcode_e opcode,
+                      std::uint32_t place = 0) {
+        operator_stack.push_back({kind, opcode, strength, place, 0});
         wants_operand = true;
     }
     bool is_inside(kind_e kind) const {

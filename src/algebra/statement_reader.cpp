@@ -74,8 +74,9 @@ bool statement_reader_t::copy_plain() {
     while (end != text_end && !specials.has(*end)) {
         ++end;
     }
-    statement.append(begin, end);
-    position += static_cast<std::size_t>(end - begin);
+    const auto size = static_cast<std::size_t>(end - begin);
+    statement.append(begin, size);
+    position += size;
     return end != text_end;
 }
 

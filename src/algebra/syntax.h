@@ -41,6 +41,7 @@ enum class item_e : unsigned char {
 };
 
 /// The token of a line, and once it is bound the root of a tree.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): a union has one member at a time
 struct item_t {
     item_e kind = item_e::open;
     operator_id_t operation = operators_end; ///< of an operation

@@ -2,10 +2,12 @@
 // ThreadSanitizer this shows that they share no state that is written to.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <sstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "kobase.h"
 
@@ -102,6 +104,90 @@ TEST(threads, may_each_make_and_destroy_evaluators) {
         EXPECT_TRUE(ko::alg::algebra("1.5 + 1", value));
     };
     at_once(live, live);
+}
+
+/// Calls a closure with a state of its own and one that the evaluator and its copies share.
+void call(ko::alg::algebra_t& algebra) {
+    EXPECT_EQ(8, algebra.evaluate("offset(square(x) - 3, 2)").int_get());
+    algebra.define(
+        "own", [n = 1](ko::alg::algebra_t&, const auto&) mutable { return n++; }, 0, 0);
+    EXPECT_EQ(2, algebra.evaluate("own()*0 + own()").int_get());
+    EXPECT_TRUE(algebra.undefine("own"));
+}
+
+TEST(threads, may_call_a_closure_of_an_evaluator_and_its_copy) {
+    ko::alg::algebra_t original;
+    prepare(original);
+    const std::string state = "a state that the copies share";
+    original.define(
+        "offset",
+        [state](ko::alg::algebra_t& caller, const std::vector<ko::alg::result_t>& values) {
+            caller.assign("z", state);
+            return values.at(0) + values.at(1);
+        },
+        1, 3);
+    original.resolver_set([state](const std::string& name, ko::alg::result_t& value) {
+        value = state;
+        return name == "known";
+    });
+    ko::alg::algebra_t copy(original);
+    auto resolve = [&](ko::alg::algebra_t& algebra) {
+        call(algebra);
+        EXPECT_EQ(state, algebra.evaluate("known").string_get(false, 0));
+    };
+    at_once([&] { resolve(original); }, [&] { resolve(copy); });
+}
+
+/// Evaluates what ends by an interruption only.
+void run_until_interrupted(ko::alg::algebra_t& algebra) {
+    try {
+        algebra.evaluate("double(60)");
+        ADD_FAILURE() << "came to an end";
+    } catch (const ko::exception_t& e) {
+        EXPECT_STREQ("algebra_t -- evaluation interrupted", e.what());
+    }
+}
+
+TEST(threads, may_interrupt_an_evaluation) {
+    std::atomic<bool> flag{false};
+    std::atomic<int> turns{0};
+    ko::alg::algebra_t algebra;
+    algebra.define(
+        "turn", [&](ko::alg::algebra_t&, const auto&) { return ++turns; }, 0, 0);
+    algebra.macro_define("double(n)", "n ? TWICE : 0");
+    algebra.macro_define("TWICE", "double(n - 1) + double(n - 1) + turn");
+    algebra.interrupt_set(&flag);
+    std::thread runs([&] { run_until_interrupted(algebra); });
+    while (turns < 100) {
+        std::this_thread::yield();
+    }
+    flag = true;
+    runs.join();
+    flag = false;
+    EXPECT_EQ(2, algebra.evaluate("1 + 1").int_get());
+}
+
+TEST(threads, may_interrupt_the_evaluations_of_copies_all_at_once) {
+    std::atomic<bool> flag{false};
+    ko::alg::algebra_t original;
+    prepare(original);
+    original.interrupt_set(&flag);
+    ko::alg::algebra_t copy(original);
+    auto work = [](ko::alg::algebra_t& algebra) {
+        for (;;) {
+            try {
+                algebra.evaluate("square(x) + evaluate('1 + 2')");
+            } catch (const ko::exception_t& e) {
+                EXPECT_STREQ("algebra_t -- evaluation interrupted", e.what());
+                return;
+            }
+        }
+    };
+    std::thread other([&] { work(copy); });
+    std::thread third([&] { flag = true; });
+    work(original);
+    other.join();
+    third.join();
 }
 
 TEST(threads, may_each_use_a_document) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <list>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -49,6 +50,9 @@ struct world_t {
             seen += key + "=" + value + ";";
         }
         seen += algebra.find(name) ? "found" : "not found";
+        for (const std::string& known : algebra.function_names()) {
+            seen += " " + known;
+        }
         return seen + test::shown(algebra.evaluate("f(1, 2) + MACRO_" + name));
     }
 
@@ -145,6 +149,109 @@ TEST(exhaustion, leaves_functions_and_macros_as_they_were) {
         fail_each("macro_decode",
                   [](world_t& w) { w.algebra.macro_decode("1 + MACRO_" + name, w.decoded); }),
         2);
+}
+
+TEST(exhaustion, leaves_what_is_taken_away_as_it_was) {
+    EXPECT_GE(fail_each("undefine in a copy",
+                        [](world_t& w) { algebra_t(w.algebra).undefine("counted"); }),
+              5);
+    EXPECT_EQ(fail_each("undefine", [](world_t& w) { w.algebra.undefine("counted"); }), 0);
+    EXPECT_GE(fail_each("erase in a copy", [](world_t& w) { algebra_t(w.algebra).erase("s"); }),
+              3);
+    EXPECT_EQ(fail_each("erase", [](world_t& w) { w.algebra.erase("s"); }), 0);
+    EXPECT_EQ(fail_each("macros_clear", [](world_t& w) { w.algebra.macros_clear(); }), 0);
+}
+
+TEST(exhaustion, leaves_closures_as_they_were) {
+    const std::string state = text;
+    const host_function_t closure = [state](algebra_t&, const std::vector<result_t>&) {
+        return result_t(state);
+    };
+    EXPECT_GE(
+        fail_each("define a closure", [&](world_t& w) { w.algebra.define(name, closure, 1, 2); }),
+        4);
+    EXPECT_GE(fail_each("define a closure again",
+                        [&](world_t& w) { w.algebra.define("counted", closure, 1, 2); }),
+              3);
+    EXPECT_GE(fail_each("resolver_set",
+                        [&](world_t& w) {
+                            w.algebra.resolver_set(
+                                [state](const std::string&, result_t&) { return state.empty(); });
+                        }),
+              1);
+    EXPECT_GE(fail_each("output_set",
+                        [&](world_t& w) {
+                            w.algebra.output_set(
+                                [state](const std::string&) { FAIL() << state; });
+                        }),
+              1);
+    EXPECT_EQ(fail_each("limits_set", [](world_t& w) { w.algebra.limits_set(limits_t()); }), 0);
+}
+
+TEST(exhaustion, while_names_are_listed_is_reported) {
+    EXPECT_GE(fail_each("variable_names", [](world_t& w) { w.algebra.variable_names(); }), 1);
+    EXPECT_GE(fail_each("function_names", [](world_t& w) { w.algebra.function_names(); }), 3);
+    list_t tokens;
+    EXPECT_TRUE(algebra_t().parse(name + " + sqrt(x) + '" + text + "'", tokens));
+    EXPECT_GE(fail_each("names_get", [&](world_t& w) { w.algebra.names_get(tokens); }), 10);
+}
+
+TEST(exhaustion, leaves_the_value_and_the_error_of_an_evaluation_as_they_were) {
+    const std::string expressions[] = {"x + f(1, 2) * 3 + s", "(x + s", "x + " + name};
+    for (const std::string& expression : expressions) {
+        EXPECT_GE(fail_each(("evaluate without exceptions " + expression).c_str(),
+                            [&](world_t& w) {
+                                result_t value(7);
+                                ko::alg::error_t error; // the system has one, too
+                                error.offset = 7;
+                                try {
+                                    w.algebra.evaluate(expression, value, error);
+                                } catch (const std::bad_alloc&) {
+                                    EXPECT_EQ(value.int_get(), 7);
+                                    EXPECT_EQ(error.offset, 7U);
+                                    throw;
+                                }
+                            }),
+                  4);
+    }
+}
+
+TEST(exhaustion, does_not_reach_moves) {
+    EXPECT_EQ(fail_each("move an evaluator",
+                        [](world_t& w) { const algebra_t moved(std::move(w.algebra)); }),
+              0);
+    EXPECT_EQ(fail_each("move a list",
+                        [](world_t& w) {
+                            list_t moved(std::move(w.tokens));
+                            w.tokens = std::move(moved);
+                        }),
+              0);
+}
+
+/// A host function moves its evaluator away, which copies it. Where memory is lacking the new one
+/// says at its first use that it is none.
+TEST(exhaustion, of_a_move_in_an_evaluation_shows_at_the_first_use) {
+    const host_function_t steal = [](algebra_t& caller, const std::vector<result_t>&) {
+        algebra_t stolen(std::move(caller));
+        return stolen.evaluate("x");
+    };
+    int said = 0;
+    for (long number = 0;; ++number) {
+        world_t world;
+        world.algebra.define("steal", steal, 0, 0);
+        std::string seen;
+        const std::string message = test::outcome(
+            [&] { seen = test::outcome_of([&] { return world.algebra.evaluate("steal + 1"); }); },
+            number);
+        if (message == "not reached") {
+            EXPECT_EQ(seen, "(i) 6");
+            break;
+        }
+        EXPECT_TRUE(message == "std::bad_alloc" || message == "no exception") << message;
+        said += seen == "! algebra_t -- the evaluator was moved from" ? 1 : 0;
+        EXPECT_EQ(test::shown(world.algebra.evaluate("x + 1")), "(i) 6");
+    }
+    EXPECT_GE(said, 3);
 }
 
 TEST(exhaustion, leaves_a_copied_evaluator_as_it_was) {
