@@ -49,6 +49,7 @@ void algebra_t::imp_t::copy(const imp_t& other) {
     resolver = std::move(resolver_copy);
     output = std::move(output_copy);
     budget.bounds_take(other.budget);
+    family = other.family;
 }
 
 /// A program to compile into.

@@ -63,9 +63,7 @@ bool calculator_t::may_go_on(const program_t& program) {
 /// @return false when one of them has no number
 bool calculator_t::names_load(unit_t& unit) {
     const variables_t& variables = base.variables;
-    if (unit.generation != variables.generation_get()) {
-        unit.names_forget(variables.generation_get());
-    }
+    unit.links_check(base.family, variables.generation_get());
     slot_t* out = unit.calculation->registers.data() + unit.calculation->names;
     for (name_link_t& link : unit.names) {
         if (link.to_read == nullptr) {
@@ -90,7 +88,8 @@ void calculator_t::links_check() {
     const environment_t now{base.functions.identity_get(),
                             base.functions.scripts_get()->identity_get(),
                             base.macros.identity_get()};
-    if (!(now == environment) || bodies_identity != bodies_checked) {
+    if (family != base.family || !(now == environment) || bodies_identity != bodies_checked) {
+        family = base.family;
         environment = now;
         bodies_checked = bodies_identity;
         ++links_number;

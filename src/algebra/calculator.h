@@ -28,6 +28,7 @@ namespace ko::alg {
 
 /// What a calculation reads of the state of an evaluator, which owns it all.
 struct calculator_state_t {
+    const family_ptr_t& family;
     const variables_t& variables;
     const function_table_t& functions;
     const macro_table_t& macros;
@@ -65,6 +66,7 @@ private:
     bool may_go_on(const program_t& program);
 
     const calculator_state_t base;
+    family_ptr_t family; ///< of the environment
     environment_t environment = {0, 0, 0};
     std::uint64_t bodies_identity = 0;
     std::uint64_t bodies_checked = 0;

@@ -152,10 +152,7 @@ void machine_t::frame_enter() {
     const program_t& program = *frame().unit->program;
     base.drawn->steps_draw(program.steps);
     values.reserve(top, program.stack_need);
-    names_check();
-    if (frame().unit->calls.size() != program.targets.size()) {
-        frame().unit->calls.resize(program.targets.size());
-    }
+    links_check();
     pc = program.code.data();
 }
 
@@ -195,7 +192,7 @@ bool machine_t::leave(run_t& run) {
     frame_end();
     values.data()[top++] = value;
     pc = frame().resume;
-    names_check();
+    links_check();
     return false;
 }
 

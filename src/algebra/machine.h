@@ -76,8 +76,9 @@ struct frame_t {
 class machine_t {
 public:
     explicit machine_t(context_t& context)
-        : base(context), calculator({context.variables, context.functions, context.macros,
-                                     context.nesting, context.budget, context.drawn}) {}
+        : base(context),
+          calculator({context.family, context.variables, context.functions, context.macros,
+                      context.nesting, context.budget, context.drawn}) {}
     machine_t(const machine_t&) = delete;
     machine_t& operator=(const machine_t&) = delete;
 
@@ -124,13 +125,10 @@ private:
     cell_t& cell_to_write(context_t& state, unit_t& unit, std::uint32_t place);
     void cell_set(cell_t& cell, slot_t value);
     void store(std::uint32_t place, const slot_t& value);
-    /// Forgets links to variables that are no longer good.
-    void names_check() {
-        unit_t& unit = *frame().unit;
-        const std::uint64_t now = frame().state->variables.generation_get();
-        if (unit.generation != now) {
-            unit.names_forget(now);
-        }
+    /// Forgets links that are no longer good.
+    void links_check() {
+        const context_t& state = *frame().state;
+        frame().unit->links_check(state.family, state.variables.generation_get());
     }
 
     // Operators on what is no pair of numbers (machine_values.cpp).
@@ -163,6 +161,7 @@ private:
     const function_t& script_find(const target_t& target, call_link_t& link);
     unit_t& body_get(const function_t& function, call_link_t& link);
     unit_ptr_t body_make(const function_t& function);
+    void bodies_drop(const family_ptr_t& of);
     void parameters_bind(std::size_t first);
     void evaluate_call(const instruction_t& instruction);
     void assign_call(const instruction_t& instruction);
@@ -181,7 +180,8 @@ private:
     std::vector<frame_t> frames;
     std::vector<std::size_t> marks; ///< where lists of unknown length begin
     bodies_t bodies;
-    unit_ptr_t idle; ///< does nothing; below what a host has assigned
+    unit_ptr_t idle;            ///< does nothing; below what a host has assigned
+    family_ptr_t bodies_family; ///< of the environments of the bodies
     std::uint64_t bodies_identity = 0;
 
     // Of the frame on top, kept here while it does not run.

@@ -90,7 +90,7 @@ void machine_t::host_call(const instruction_t& instruction) {
         value = host_apply(host, *state.owner, count);
     }
     pc = resume;
-    names_check();
+    links_check();
     values.reserve(top, frame().unit->program->stack_need);
     values.data()[top++] = values.keep(std::move(value));
 }
@@ -168,7 +168,7 @@ void machine_t::foreign(const instruction_t& instruction) {
         token.assign(owner, values.value_of(values.data()[top - 1]));
     }
     pc = resume;
-    names_check();
+    links_check();
     values.reserve(top, given.size() + frame().unit->program->stack_need);
     for (result_t& value : given) {
         values.data()[top++] = values.keep(std::move(value));

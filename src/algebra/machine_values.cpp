@@ -35,9 +35,7 @@ cell_t& machine_t::cell_to_write(context_t& state, unit_t& unit, std::uint32_t p
     name_link_t& link = unit.names[place];
     if (link.to_write == nullptr) {
         cell_t& cell = state.variables.cell(unit.program->names[place]);
-        if (unit.generation != state.variables.generation_get()) {
-            unit.names_forget(state.variables.generation_get());
-        }
+        unit.links_check(state.family, state.variables.generation_get());
         link = {&cell, &cell};
     }
     return *link.to_write;

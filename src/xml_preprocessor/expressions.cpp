@@ -124,9 +124,10 @@ void expressions_t::environment_check() {
     const environment_t now = {state.functions.identity_get(),
                                state.functions.scripts_get()->identity_get(),
                                state.macros.identity_get(), state.numeric_only ? 1U : 0U};
-    if (now != environment) {
+    if (now != environment || state.family != family) {
         programs_drop();
         environment = now;
+        family = state.family;
     }
 }
 

@@ -15,10 +15,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
 
 #include "algebra/algebra.h"
+#include "algebra/identity.h"
 
 namespace ko::xpp {
 
@@ -58,11 +60,12 @@ private:
 
     alg::algebra_t algebra;
     std::unordered_map<std::string, alg::list_t> programs;
-    std::size_t kept_bytes = 0;     ///< length of all texts in `programs`
-    std::string variable;           ///< a name that numbers can be assigned to
-    unsigned running = 0;           ///< evaluations in progress
-    bool shared = false;            ///< whether a host may change the evaluator
-    environment_t environment = {}; ///< that `programs` were parsed in
+    std::size_t kept_bytes = 0;            ///< length of all texts in `programs`
+    std::string variable;                  ///< a name that numbers can be assigned to
+    unsigned running = 0;                  ///< evaluations in progress
+    bool shared = false;                   ///< whether a host may change the evaluator
+    environment_t environment = {};        ///< that `programs` were parsed in
+    std::shared_ptr<alg::family_t> family; ///< of the environment; null before it was looked at
 };
 
 } // namespace ko::xpp
