@@ -62,6 +62,7 @@ bool variables_t::erase(std::string_view name) {
     if (find(name) == nullptr) {
         return false;
     }
+    tidy(); // a host may add and erase ever new names and evaluate nothing
     cell_t& found = cell(name);
     found.value = result_t();
     found.is_present = false;

@@ -68,8 +68,8 @@ public:
     /// The cell to write, created absent when missing.
     cell_t& cell(std::string_view name);
 
-    /// Forgets the names of variables that are gone, once there may be many. To be called where
-    /// no program of this evaluator runs.
+    /// Forgets the names of variables that are gone, once there may be many, and while no
+    /// journal leads to their cells. Programs then look up their cells again.
     void tidy() {
         if (values.is_littered() && journal.empty()) {
             generation = family->number_make();
