@@ -14,6 +14,13 @@
 /// (`evaluators_make`). The text of `evaluate` can call no host function, so that its frame is
 /// never given one.
 ///
+/// Whatever can be evaluated, the machine can. Beside it stands the calculator, a second way for
+/// the programs that are met most: arithmetic on numbers, outside of any other evaluation, with
+/// calls of script functions that are that, too. It needs a third of the instructions, for it
+/// keeps no frames, no values but numbers and nothing to put back. It is not the one way, since
+/// texts, assignments, host functions, failures and what they leave behind need all of that; and
+/// it decides nothing: where it gives up, the machine does the whole program anew.
+///
 /// However a frame ends, by a value, by `return` or by an exception, `frame_end` undoes what it
 /// has done to the state of its caller.
 #pragma once
@@ -82,9 +89,17 @@ public:
     machine_t(const machine_t&) = delete;
     machine_t& operator=(const machine_t&) = delete;
 
-    /// The value of a program.
+    /// Computes the value of a program where that is a matter of numbers, and begins no
+    /// evaluation.
+    /// @return false when it is to be run
+    bool calculate(unit_t& unit, number_t& value) {
+        return calculator.run(unit, bodies_identity, value);
+    }
+    /// The value of a program, calculated or performed.
     /// @param returned set to true when the built-in `return` has ended it
     result_t run(unit_t& unit, bool& returned);
+    /// The same without looking whether it can be calculated.
+    result_t perform(unit_t& unit, bool& returned);
     /// Appends the values of a program that is compiled as a list.
     /// @return false when the built-in `return` has ended it: one value is appended then
     bool run_list(unit_t& unit, std::vector<result_t>& out);
@@ -104,6 +119,9 @@ private:
         budget_t* drawn;
         bool returned;
     };
+    /// What a step leads to.
+    enum class outcome_e { goes_on, calls_host, done };
+
     using bodies_t = std::map<std::pair<environment_t, std::string>, unit_ptr_t>;
 
     // The run (machine.cpp).
@@ -111,6 +129,11 @@ private:
     void execute(run_t& run);
     void end(const run_t& run) noexcept;
     bool loop(run_t& run);
+    outcome_e step_do(const instruction_t& step, run_t& run);
+    slot_t leaf(operand_e kind, argument_t argument);
+    slot_t operand_take(const instruction_t& step);
+    void unary(const instruction_t& step);
+    void branch(const instruction_t& step);
     bool leave(run_t& run);
     bool give_back(run_t& run);
     bool give_back(run_t& run, result_t value);
@@ -135,11 +158,13 @@ private:
     slot_t unary_general(opcode_e opcode, const slot_t& a);
     slot_t binary_general(opcode_e opcode, const slot_t& a, const slot_t& b);
     slot_t binary_of_integers(opcode_e opcode, const slot_t& a, const slot_t& b);
+    slot_t binary_of_results(opcode_e opcode, const slot_t& a, const slot_t& b);
     slot_t join(const slot_t& a, const slot_t& b);
     bool texts_of(const slot_t& a, const slot_t& b, const std::string*& x, const std::string*& y);
     int int_of(const slot_t& slot) const;
 
     // Calls (machine_calls.cpp).
+    void call_do(const instruction_t& step);
     std::size_t arguments_count(const instruction_t& instruction);
     void arguments_release(std::size_t count);
     void counts_check(const target_t& target, const char* kind, std::size_t found, int least,

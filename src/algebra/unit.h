@@ -65,8 +65,8 @@ struct unit_t {
     unsigned pins = 0;
     bool is_dropped = false;
     bool is_shared = false; ///< whether another evaluator has, or had, the program
-    bool has_run = false;
-    std::unique_ptr<calculation_t> calculation; ///< from the second run on
+    unsigned rest = 1;      ///< number of runs that are left to the machine
+    std::unique_ptr<calculation_t> calculation; ///< once one has been asked for
 
     /// Becomes a unit whose program is still empty, and keeps what memory it can.
     void clear() {
@@ -74,7 +74,7 @@ struct unit_t {
         generation = 0;
         calls.clear();
         family.reset();
-        has_run = false;
+        rest = 1;
         calculation.reset();
     }
     /// Forgets links that are no longer good for an evaluator of this family and generation.
@@ -93,15 +93,6 @@ struct unit_t {
     }
 };
 
-inline void unit_t::links_forget(const family_ptr_t& of, std::uint64_t now) {
-    names.assign(program->names.size(), name_link_t());
-    if (family != of) {
-        calls.assign(program->targets.size(), call_link_t());
-        family = of;
-    }
-    generation = now;
-}
-
 /// Lets go of a unit.
 struct unit_drop_t {
     void operator()(unit_t* unit) const {
@@ -117,21 +108,9 @@ struct unit_drop_t {
 using unit_ptr_t = std::unique_ptr<unit_t, unit_drop_t>;
 
 /// A unit with a program that is still empty.
-inline unit_ptr_t unit_make() {
-    unit_ptr_t made(new unit_t);
-    made->program = std::make_shared<program_t>();
-    return made;
-}
+unit_ptr_t unit_make();
 
 /// A unit of its own, for another evaluator, with the program of `unit`, which may be null.
-inline unit_ptr_t unit_share(unit_t* unit) {
-    unit_ptr_t made;
-    if (unit != nullptr) {
-        made.reset(new unit_t);
-        made->program = unit->program;
-        made->is_shared = unit->is_shared = true;
-    }
-    return made;
-}
+unit_ptr_t unit_share(unit_t* unit);
 
 } // namespace ko::alg
