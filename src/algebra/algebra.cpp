@@ -226,8 +226,10 @@ context_t& context_of(algebra_t& algebra) {
 std::shared_ptr<algebra_t> evaluator_like(const context_t& source) {
     auto made = std::make_shared<algebra_t>();
     context_t& state = context_of(*made);
+    state.variables = variables_t(*source.family);
     state.macros = source.macros;
     state.functions = source.functions;
+    state.family = source.family;
     state.resolver = source.resolver;
     state.output = source.output;
     state.budget.bounds_take(source.budget);

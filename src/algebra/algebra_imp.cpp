@@ -49,6 +49,7 @@ void algebra_t::imp_t::copy(const imp_t& other) {
     resolver = std::move(resolver_copy);
     output = std::move(output_copy);
     budget.bounds_take(other.budget);
+    family = other.family;
 }
 
 /// A program to compile into.
@@ -117,9 +118,17 @@ result_t algebra_t::imp_t::evaluate() {
     if (program == nullptr) {
         return {};
     }
+    if (number_t value; machine->calculate(*program, value)) {
+        return value.value();
+    }
+    return perform();
+}
+
+/// Evaluates the program with the machine.
+result_t algebra_t::imp_t::perform() {
     const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
     bool returned = false;
-    return machine->run(*program, returned);
+    return machine->perform(*program, returned);
 }
 
 result_t algebra_t::imp_t::evaluate(const list_t& tokens) {

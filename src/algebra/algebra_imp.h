@@ -36,6 +36,7 @@ public:
 
 private:
     unit_t& program_renew();
+    result_t perform();
 
     unit_ptr_t spare; ///< a program that has been cleared, for its memory
 };

@@ -18,8 +18,8 @@ template <float (*function)(float)> float at(float x) {
     return arm::settle_nan(function(x), {x});
 }
 
-template <float (*function)(float)> slot_t of_number(const slot_t* a) {
-    return slot_t::of_float(at<function>(a->float_of_number()));
+template <float (*function)(float)> number_t of_number(const number_t* a) {
+    return number_t::of_float(at<function>(a->float_of_number()));
 }
 
 template <float (*function)(float)> result_t of_any(const builtin_call_t& call) {
@@ -28,9 +28,9 @@ template <float (*function)(float)> result_t of_any(const builtin_call_t& call) 
 
 // Other functions of numbers.
 
-slot_t abs_of_number(const slot_t* a) {
-    return a->kind() == slot_t::real ? slot_t::of_float(std::fabs(a->float_view()))
-                                     : slot_t::of_int(arm::absolute(a->int_view()));
+number_t abs_of_number(const number_t* a) {
+    return a->is_integer() ? number_t::of_int(arm::absolute(a->int_view()))
+                           : number_t::of_float(std::fabs(a->float_view()));
 }
 
 result_t abs_of(const builtin_call_t& call) {
@@ -38,13 +38,12 @@ result_t abs_of(const builtin_call_t& call) {
     return a.is_float() ? result_t(std::fabs(a.float_get())) : arm::absolute(a.int_get());
 }
 
-bool is_less(const slot_t& a, const slot_t& b) {
-    return a.kind() == slot_t::integer && b.kind() == slot_t::integer
-               ? a.int_view() < b.int_view()
-               : a.float_of_number() < b.float_of_number();
+bool is_less(number_t a, number_t b) {
+    return number_t::are_integers(a, b) ? a.int_view() < b.int_view()
+                                        : a.float_of_number() < b.float_of_number();
 }
 
-slot_t max_of_numbers(const slot_t* a) {
+number_t max_of_numbers(const number_t* a) {
     return is_less(a[0], a[1]) ? a[1] : a[0];
 }
 
@@ -53,7 +52,7 @@ result_t max_of(const builtin_call_t& call) {
     return std::move((a[1] > a[0]).int_get() != 0 ? a[1] : a[0]);
 }
 
-slot_t min_of_numbers(const slot_t* a) {
+number_t min_of_numbers(const number_t* a) {
     return is_less(a[1], a[0]) ? a[1] : a[0];
 }
 

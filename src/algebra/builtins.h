@@ -8,7 +8,7 @@
 
 #include "algebra/function.h"
 #include "algebra/grammar.h"
-#include "algebra/value_stack.h"
+#include "algebra/number.h"
 #include "algebra/variables.h"
 
 namespace ko::alg {
@@ -20,12 +20,15 @@ struct builtin_call_t {
     const output_t& output;
 };
 
+/// Largest number of arguments of a built-in function.
+constexpr int builtin_arguments_max = 3;
+
 /// A built-in function; constant data.
 struct builtin_t {
     std::string_view name;
     int count; ///< of arguments
     /// The quick way for arguments that are all numbers; may be null.
-    slot_t (*of_numbers)(const slot_t* arguments);
+    number_t (*of_numbers)(const number_t* arguments);
     /// The general way; null where the machine does the work.
     result_t (*apply)(const builtin_call_t& call);
     opcode_e opcode = opcode_e::builtin;

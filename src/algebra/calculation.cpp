@@ -26,6 +26,7 @@ private:
         return static_cast<std::uint16_t>(computed + stack.size());
     }
     void put(opcode_e opcode, std::uint16_t a, std::uint16_t b, std::size_t count = 0);
+    std::uint16_t given(std::uint16_t place);
     void top_settle();
     void settle(std::size_t place);
     bool translate(const instruction_t& instruction);
@@ -63,7 +64,8 @@ calculation_t calculation_maker_t::make() {
         }
     }
     for (const std::size_t place : jumps) {
-        made.steps[place].out = goals[made.steps[place].out];
+        made.steps[place].out =
+            static_cast<std::uint16_t>(goals[made.steps[place].out] - (place + 1));
     }
     return std::move(made);
 }
@@ -72,9 +74,9 @@ calculation_t calculation_maker_t::make() {
 void calculation_maker_t::literals_add() {
     const auto add = [this](operand_e kind, argument_t argument) {
         if (kind == operand_e::integer) {
-            made.registers.push_back(slot_t::of_int(argument.integer));
+            made.registers.push_back(number_t::of_int(argument.integer));
         } else if (kind == operand_e::real) {
-            made.registers.push_back(slot_t::of_float(argument.real));
+            made.registers.push_back(number_t::of_float(argument.real));
         }
     };
     for (const instruction_t& instruction : program.code) {
@@ -106,11 +108,17 @@ void calculation_maker_t::put(opcode_e opcode, std::uint16_t a, std::uint16_t b,
     stack.push_back(out);
 }
 
+/// Notes that the value of a register goes on as it is.
+std::uint16_t calculation_maker_t::given(std::uint16_t place) {
+    made.may_give_a_name = made.may_give_a_name || (place >= made.names && place < computed);
+    return place;
+}
+
 /// Brings a value to the register of its place on the stack.
 void calculation_maker_t::settle(std::size_t place) {
     const auto own = static_cast<std::uint16_t>(computed + place);
     if (stack[place] != own) {
-        made.steps.push_back({opcode_e::push, 0, own, stack[place], 0});
+        made.steps.push_back({opcode_e::push, 0, own, given(stack[place]), 0});
         stack[place] = own;
     }
 }
@@ -143,7 +151,7 @@ bool calculation_maker_t::translate(const instruction_t& instruction) {
     case opcode_e::watch:
         return true;
     case opcode_e::end:
-        made.steps.push_back({opcode_e::end, 0, 0, stack.back(), 0});
+        made.steps.push_back({opcode_e::end, 0, 0, given(stack.back()), 0});
         return true;
     default:
         return instruction.opcode < opcode_e::push && binary(instruction);
@@ -177,7 +185,7 @@ bool calculation_maker_t::call(const instruction_t& instruction) {
     for (std::size_t i = first; count > 1 && i < stack.size(); ++i) {
         settle(i);
     }
-    const std::uint16_t argument = stack[first];
+    const std::uint16_t argument = given(stack[first]);
     stack.resize(first);
     put(instruction.opcode, argument, static_cast<std::uint16_t>(instruction.a.place), count);
     return true;

@@ -5,15 +5,16 @@
 #include <cstdint>
 #include <vector>
 
+#include "algebra/number.h"
 #include "algebra/program.h"
-#include "algebra/value_stack.h"
 
 namespace ko::alg {
 
 /// Steps with three addresses, made from a program and the same as long as that.
 struct calculation_t {
-    /// What it does with the registers `a` and `b` goes to the register `out`. A jump has its
-    /// goal in `out`; a call has its first argument in `a` and its target in `b`.
+    /// What it does with the registers `a` and `b` goes to the register `out`. A jump has the
+    /// number of steps that it leaves out in `out`; a call has its first argument in `a` and its
+    /// target in `b`.
     struct step_t {
         opcode_e opcode;
         unsigned char count; ///< of arguments
@@ -23,10 +24,10 @@ struct calculation_t {
     };
 
     std::vector<step_t> steps; ///< none where the program is no calculation
-    std::vector<slot_t> registers;
-    std::uint32_t names = 0;    ///< register of the first variable
-    std::uint32_t failures = 0; ///< in a row
-    std::uint32_t rest = 0;     ///< number of runs that are left to the machine
+    std::vector<number_t> registers;
+    std::uint32_t names = 0;      ///< register of the first variable
+    std::uint32_t failures = 0;   ///< in a row
+    bool may_give_a_name = false; ///< whether its value may be that of a variable as it is
 };
 
 /// Makes the steps of a program. There are none when it needs more than numbers.

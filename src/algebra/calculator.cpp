@@ -10,49 +10,42 @@ namespace ko::alg {
 namespace {
 
 /// Makes the calculation of a unit where there is none.
-/// @return false when it can be none, or rests
-bool prepare(unit_t& unit) {
+/// @return false when it can be none
+inline bool prepare(unit_t& unit) {
     if (unit.calculation == nullptr) {
         unit.calculation = std::make_unique<calculation_t>(calculation_make(*unit.program));
     }
-    calculation_t& calculation = *unit.calculation;
-    if (calculation.rest != 0) {
-        --calculation.rest;
-        return false;
-    }
-    return !calculation.steps.empty();
+    return !unit.calculation->steps.empty();
 }
 
-/// Lets a calculation that has given up rest, the longer the more often it has in a row.
-void rest(calculation_t& calculation) {
-    calculation.failures = std::min(calculation.failures + 1, calculation_failures_max);
-    calculation.rest = calculation.failures * calculation_rest;
+/// Does a step of two operands.
+/// @return false for a remainder of a division by zero
+bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
+    switch (opcode) {
+    case opcode_e::less:
+    case opcode_e::less_equal:
+    case opcode_e::greater:
+    case opcode_e::greater_equal:
+    case opcode_e::equal:
+    case opcode_e::not_equal:
+        out = numbers::compare(opcode, a, b);
+        return true;
+    case opcode_e::modulo:
+        if (b.int_of_number() == 0) {
+            return false;
+        }
+        break;
+    default:
+        break;
+    }
+    out = number_t::of_int(numbers::of_integers(opcode, a.int_of_number(), b.int_of_number()));
+    return true;
 }
 
 } // namespace
 
-bool calculator_t::run(unit_t& unit, std::uint64_t bodies, slot_t& value) {
-    if (!unit.has_run) {
-        unit.has_run = true;
-        return false;
-    }
-    if (base.drawn != nullptr || !base.nesting.is_plain() || !prepare(unit)) {
-        return false;
-    }
-    bodies_identity = bodies;
-    steps = 0;
-    if (!may_go_on(*unit.program) || !names_load(unit) || !compute(unit, value)) {
-        calls.clear();
-        window_used = 0;
-        rest(*unit.calculation);
-        return false;
-    }
-    unit.calculation->failures = 0;
-    return true;
-}
-
 /// Whether a program may begin within the bounds of the evaluation.
-bool calculator_t::may_go_on(const program_t& program) {
+inline bool calculator_t::may_go_on(const program_t& program) {
     const budget_t& budget = base.budget;
     steps += program.steps;
     return (steps <= budget.limits.steps || budget.limits.steps == 0) &&
@@ -61,24 +54,56 @@ bool calculator_t::may_go_on(const program_t& program) {
 
 /// Reads the variables.
 /// @return false when one of them has no number
-bool calculator_t::names_load(unit_t& unit) {
-    const variables_t& variables = base.variables;
-    if (unit.generation != variables.generation_get()) {
-        unit.names_forget(variables.generation_get());
-    }
-    slot_t* out = unit.calculation->registers.data() + unit.calculation->names;
+inline bool calculator_t::names_load(unit_t& unit) {
+    unit.links_check(base.family, base.variables.generation_get());
+    const calculation_t& calculation = *unit.calculation;
+    number_t* out = unit.calculation->registers.data() + calculation.names;
     for (name_link_t& link : unit.names) {
-        if (link.to_read == nullptr) {
-            const auto place = static_cast<std::size_t>(&link - unit.names.data());
-            link.to_read = variables.cell_find(unit.program->names[place]);
-        }
-        const cell_t* const cell = link.to_read;
-        if (cell == nullptr || !cell->is_present || !slot_t::is_number(cell->value)) {
+        const cell_t* const cell = link.to_read != nullptr ? link.to_read : name_find(unit, link);
+        if (cell == nullptr || !cell->is_present || !number_t::is_number(cell->value)) {
             return false;
         }
-        *out++ = slot_t::of_number(cell->value);
+        *out++ = number_t::of_value(cell->value);
     }
-    return true;
+    return !calculation.may_give_a_name || names_are_plain(unit);
+}
+
+bool calculator_t::try_run(unit_t& unit, std::uint64_t bodies, number_t& value) {
+    if (!prepare(unit)) {
+        unit.rest = calculation_none_rest;
+        return false;
+    }
+    bodies_identity = bodies;
+    steps = 0;
+    if (may_go_on(*unit.program) && names_load(unit) && compute(unit, value)) {
+        unit.calculation->failures = 0;
+        return true;
+    }
+    give_up(unit);
+    return false;
+}
+
+/// Lets a program rest, the longer the more often it has given up in a row.
+void calculator_t::give_up(unit_t& unit) {
+    calls.clear();
+    window_used = 0;
+    unsigned& failures = unit.calculation->failures;
+    failures = std::min(failures + 1, calculation_failures_max);
+    unit.rest = failures * calculation_rest;
+}
+
+/// The cell of a variable that has not been looked up yet, or null.
+const cell_t* calculator_t::name_find(const unit_t& unit, name_link_t& link) const {
+    const auto place = static_cast<std::size_t>(&link - unit.names.data());
+    link.to_read = base.variables.cell_find(unit.program->names[place]);
+    return link.to_read;
+}
+
+/// True when all variables can be given as a register has them.
+bool calculator_t::names_are_plain(const unit_t& unit) {
+    return std::all_of(unit.names.begin(), unit.names.end(), [](const name_link_t& link) {
+        return number_t::is_plain(link.to_read->value);
+    });
 }
 
 /// Finds out what the links of calls must agree with, once a calculation calls anything.
@@ -90,7 +115,8 @@ void calculator_t::links_check() {
     const environment_t now{base.functions.identity_get(),
                             base.functions.scripts_get()->identity_get(),
                             base.macros.identity_get()};
-    if (!(now == environment) || bodies_identity != bodies_checked) {
+    if (family != base.family || !(now == environment) || bodies_identity != bodies_checked) {
+        family = base.family;
         environment = now;
         bodies_checked = bodies_identity;
         ++links_number;
@@ -123,100 +149,96 @@ unit_t* calculator_t::body_find(unit_t& caller, const step_t& step) const {
     return &body;
 }
 
-/// The steps, of which each does one thing.
-bool calculator_t::compute(unit_t& unit, slot_t& value) {
-    unit_t* running = &unit;
-    slot_t* r = unit.calculation->registers.data();
-    const step_t* at = unit.calculation->steps.data();
-    for (;;) {
-        const step_t& step = *at++;
-        const slot_t& a = r[step.a];
-        switch (step.opcode) {
-        case opcode_e::push:
-            r[step.out] = a;
-            break;
-        case opcode_e::negate:
-            r[step.out] = numbers::negate(a);
-            break;
-        case opcode_e::positive:
-            r[step.out] = numbers::positive(a);
-            break;
-        case opcode_e::logical_not:
-            r[step.out] = slot_t::of_int(a.int_of_number() == 0 ? 1 : 0);
-            break;
+/// The steps. Most are done here; of the others, `step_do` does the work.
+bool calculator_t::compute(unit_t& unit, number_t& value) {
+    activation_t now{&unit, unit.calculation->steps.data(), unit.calculation->registers.data()};
+    number_t* r = now.registers;
+    for (const step_t* at = now.at;;) {
+        const number_t& a = r[at->a];
+        switch (at->opcode) {
         case opcode_e::add:
-            r[step.out] = numbers::add(a, r[step.b]);
+            r[at->out] = numbers::add(a, r[at->b]);
             break;
         case opcode_e::subtract:
-            r[step.out] = numbers::subtract(a, r[step.b]);
+            r[at->out] = numbers::subtract(a, r[at->b]);
             break;
         case opcode_e::multiply:
-            r[step.out] = numbers::multiply(a, r[step.b]);
+            r[at->out] = numbers::multiply(a, r[at->b]);
             break;
         case opcode_e::divide:
-            if (r[step.b].float_of_number() == 0.0F) {
+            if (r[at->b].float_of_number() == 0.0F) {
                 return false;
             }
-            r[step.out] = numbers::divide(a, r[step.b]);
-            break;
-        case opcode_e::less:
-        case opcode_e::less_equal:
-        case opcode_e::greater:
-        case opcode_e::greater_equal:
-        case opcode_e::equal:
-        case opcode_e::not_equal:
-            r[step.out] = numbers::compare(step.opcode, a, r[step.b]);
-            break;
-        case opcode_e::modulo:
-            if (r[step.b].int_of_number() == 0) {
-                return false;
-            }
-            [[fallthrough]];
-        case opcode_e::shift_left:
-        case opcode_e::shift_right:
-        case opcode_e::bit_and:
-        case opcode_e::bit_or:
-        case opcode_e::logical_and:
-        case opcode_e::logical_or:
-            r[step.out] =
-                numbers::of_integers(step.opcode, a.int_of_number(), r[step.b].int_of_number());
+            r[at->out] = numbers::divide(a, r[at->b]);
             break;
         case opcode_e::branch:
-            if (a.int_of_number() == 0) {
-                at = running->calculation->steps.data() + step.out;
-            }
-            break;
-        case opcode_e::jump:
-            at = running->calculation->steps.data() + step.out;
-            break;
-        case opcode_e::builtin:
-            r[step.out] =
-                running->program->targets[step.b].callee.builtin->of_numbers(r + step.a);
-            break;
-        case opcode_e::script_call:
-            if (!call(running, at, r)) {
-                return false;
-            }
+            at += a.int_of_number() == 0 ? at->out : 0;
             break;
         default:
-            value = a;
-            if (calls.empty()) {
+            if (at->opcode == opcode_e::end && calls.empty()) {
+                value = a;
                 return true;
             }
-            give_back(running, at, r);
-            r[at[-1].out] = value;
-            break;
+            now.at = at;
+            if (!step_do(now, a)) {
+                return false;
+            }
+            at = now.at;
+            r = now.registers;
+            continue;
         }
+        ++at;
     }
 }
 
-/// Begins the body of the call before the step at `at`.
-bool calculator_t::call(unit_t*& running, const step_t*& at, slot_t*& registers) {
-    const step_t& step = at[-1];
+/// Ends the body of a call with its value.
+void calculator_t::give_back(activation_t& now, number_t value) {
+    window_used -= now.unit->calculation->registers.size();
+    now = calls.back();
+    calls.pop_back();
+    now.registers[now.at[-1].out] = value;
+}
+
+/// Does a step, the first operand of which is `a`.
+bool calculator_t::step_do(activation_t& now, number_t a) {
+    const step_t& step = *now.at++;
+    number_t* const r = now.registers;
+    switch (step.opcode) {
+    case opcode_e::script_call:
+        return call(now);
+    case opcode_e::end:
+        give_back(now, a);
+        return true;
+    case opcode_e::jump:
+        now.at += step.out;
+        return true;
+    case opcode_e::push:
+        r[step.out] = a;
+        return true;
+    case opcode_e::negate:
+        r[step.out] = numbers::negate(a);
+        return true;
+    case opcode_e::positive:
+        r[step.out] = numbers::positive(a);
+        return true;
+    case opcode_e::logical_not:
+        r[step.out] = number_t::of_int(a.int_of_number() == 0 ? 1 : 0);
+        return true;
+    case opcode_e::builtin:
+        r[step.out] = now.unit->program->targets[step.b].callee.builtin->of_numbers(r + step.a);
+        return true;
+    default:
+        return binary_do(step.opcode, a, r[step.b], r[step.out]);
+    }
+}
+
+/// Begins the body of a call.
+bool calculator_t::call(activation_t& now) {
+    const step_t& step = now.at[-1];
     if (calls.empty()) {
         links_check();
     }
-    unit_t* const body = body_find(*running, step);
+    unit_t* const body = body_find(*now.unit, step);
     if (body == nullptr || !may_go_on(*body->program)) {
         return false;
     }
@@ -227,29 +249,13 @@ bool calculator_t::call(unit_t*& running, const step_t*& at, slot_t*& registers)
         (depth + calls.size() >= limits.nesting && limits.nesting != 0)) {
         return false;
     }
-    slot_t* const entered = window.data() + window_used;
-    slot_t* out = entered;
-    for (std::uint32_t i = 0; i < called.names; ++i) {
-        *out++ = called.registers[i];
-    }
-    for (unsigned i = 0; i < step.count; ++i) {
-        *out++ = registers[step.a + i];
-    }
+    number_t* const entered = window.data() + window_used;
+    number_t* out = std::copy_n(called.registers.data(), called.names, entered);
+    std::copy_n(now.registers + step.a, step.count, out);
     window_used += called.registers.size();
-    calls.push_back({running, at, registers});
-    running = body;
-    registers = entered;
-    at = called.steps.data();
+    calls.push_back(now);
+    now = {body, called.steps.data(), entered};
     return true;
-}
-
-/// Ends the body of a call.
-void calculator_t::give_back(unit_t*& running, const step_t*& at, slot_t*& registers) {
-    window_used -= running->calculation->registers.size();
-    running = calls.back().unit;
-    at = calls.back().resume;
-    registers = calls.back().registers;
-    calls.pop_back();
 }
 
 } // namespace ko::alg

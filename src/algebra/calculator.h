@@ -1,5 +1,6 @@
 /// @file
-/// The calculator: the quick way through programs that need nothing but numbers.
+/// The calculator: the quick way through programs that need nothing but numbers, beside the
+/// machine, which takes any program.
 ///
 /// A program that runs again gets a calculation: its code once more, with three addresses to a
 /// step instead of a stack. The addresses are registers: the literals first, then the variables,
@@ -28,6 +29,7 @@ namespace ko::alg {
 
 /// What a calculation reads of the state of an evaluator, which owns it all.
 struct calculator_state_t {
+    const family_ptr_t& family;
     const variables_t& variables;
     const function_table_t& functions;
     const macro_table_t& macros;
@@ -44,34 +46,46 @@ public:
     /// Computes the value of a program, outside of any other evaluation.
     /// @param bodies identity of the collection of bodies that links of calls must lead to
     /// @return false when it has given up, for now or for good
-    bool run(unit_t& unit, std::uint64_t bodies, slot_t& value);
+    bool run(unit_t& unit, std::uint64_t bodies, number_t& value) {
+        if (unit.rest != 0) {
+            --unit.rest;
+            return false;
+        }
+        return base.drawn == nullptr && base.nesting.is_plain() && try_run(unit, bodies, value);
+    }
 
 private:
     using step_t = calculation_t::step_t;
 
-    /// A call that goes on when the body has its value.
-    struct call_t {
+    /// A program that runs, or goes on when a body has its value.
+    struct activation_t {
         unit_t* unit;
-        const step_t* resume;
-        slot_t* registers;
+        const step_t* at;
+        number_t* registers;
     };
 
+    bool try_run(unit_t& unit, std::uint64_t bodies, number_t& value);
+    void give_up(unit_t& unit);
     bool names_load(unit_t& unit);
-    bool compute(unit_t& unit, slot_t& value);
+    const cell_t* name_find(const unit_t& unit, name_link_t& link) const;
+    static bool names_are_plain(const unit_t& unit);
+    bool compute(unit_t& unit, number_t& value);
+    bool step_do(activation_t& now, number_t a);
+    void give_back(activation_t& now, number_t value);
     void links_check();
     unit_t* body_find(unit_t& caller, const step_t& step) const;
-    bool call(unit_t*& running, const step_t*& at, slot_t*& registers);
-    void give_back(unit_t*& running, const step_t*& at, slot_t*& registers);
+    bool call(activation_t& now);
     bool may_go_on(const program_t& program);
 
     const calculator_state_t base;
+    family_ptr_t family; ///< of the environment
     environment_t environment = {0, 0, 0};
     std::uint64_t bodies_identity = 0;
     std::uint64_t bodies_checked = 0;
     std::uint64_t links_number = 1; ///< changes with what the links of calls depend on
     std::size_t depth = 0;          ///< of the evaluation
-    std::vector<call_t> calls;
-    std::vector<slot_t> window; ///< never moves while a calculation runs
+    std::vector<activation_t> calls;
+    std::vector<number_t> window; ///< never moves while a calculation runs
     std::size_t window_used = 0;
     std::uint64_t steps = 0;
 };

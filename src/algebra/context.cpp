@@ -7,7 +7,8 @@
 namespace ko::alg {
 
 context_t::context_t(algebra_t& evaluator)
-    : owner(&evaluator), machine(std::make_unique<machine_t>(*this)) {}
+    : owner(&evaluator), family(std::make_shared<family_t>()), variables(*family),
+      macros(*family), functions(*family), machine(std::make_unique<machine_t>(*this)) {}
 
 context_t::~context_t() = default;
 

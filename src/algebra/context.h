@@ -11,6 +11,7 @@
 #include "algebra/budget.h"
 #include "algebra/builtins.h"
 #include "algebra/function_table.h"
+#include "algebra/identity.h"
 #include "algebra/macro_table.h"
 #include "algebra/nesting.h"
 #include "algebra/translator.h"
@@ -43,7 +44,8 @@ struct context_t {
     /// so a line that cannot be written is left out.
     void line_write(const std::string& line) const noexcept;
 
-    algebra_t* owner; ///< moves with the state
+    algebra_t* owner;    ///< moves with the state
+    family_ptr_t family; ///< of the tables; never null
     variables_t variables;
     macro_table_t macros;
     function_table_t functions;

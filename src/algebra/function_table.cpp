@@ -1,7 +1,5 @@
 #include "algebra/function_table.h"
 
-#include "algebra/identity.h"
-
 namespace ko::alg {
 
 namespace {
@@ -22,7 +20,21 @@ std::string head_of(const function_t& function) {
 void script_table_t::define(const function_t& function) {
     function_t copy = function;
     std::swap(functions.write()[copy.name], copy);
-    identity = identity_make();
+    changed();
+}
+
+/// What a call has found here is good no longer.
+void script_table_t::changed() noexcept {
+    identity = family->number_make();
+    ++revision;
+}
+
+script_table_t& script_table_t::operator=(const script_table_t& other) {
+    functions = other.functions;
+    family = other.family;
+    identity = other.identity;
+    ++revision;
+    return *this;
 }
 
 const function_t* script_table_t::find(std::string_view name) const {
@@ -36,7 +48,7 @@ const function_t* script_table_t::find(std::string_view name) const {
 
 void script_table_t::clear() {
     functions = {};
-    identity = identity_make();
+    changed();
 }
 
 void script_table_t::names_get(std::vector<std::string>& out) const {
@@ -47,17 +59,20 @@ void script_table_t::names_get(std::vector<std::string>& out) const {
     }
 }
 
-function_table_t::function_table_t() : scripts(std::make_shared<script_table_t>()) {}
+function_table_t::function_table_t(family_t& numbers)
+    : scripts(std::make_shared<script_table_t>(numbers)), family(&numbers) {}
 
 function_table_t::function_table_t(const function_table_t& other)
     : hosts(other.hosts), script_list(other.script_list),
-      scripts(std::make_shared<script_table_t>(*other.scripts)), identity(other.identity) {}
+      scripts(std::make_shared<script_table_t>(*other.scripts)), family(other.family),
+      identity(other.identity) {}
 
 /// The calls parsed with this table keep it and find what the assignment brings.
 function_table_t& function_table_t::operator=(const function_table_t& other) {
     hosts = other.hosts;
     script_list = other.script_list;
     *scripts = *other.scripts;
+    family = other.family;
     identity = other.identity;
     return *this;
 }
@@ -67,7 +82,7 @@ function_table_t::~function_table_t() = default;
 void function_table_t::host_define(host_record_t function) {
     const auto record = std::make_shared<const host_record_t>(std::move(function));
     hosts.write().insert_or_assign(record->prototype.name, record);
-    identity = identity_make();
+    identity = family->number_make();
 }
 
 bool function_table_t::host_undefine(const std::string& name) {
@@ -75,7 +90,7 @@ bool function_table_t::host_undefine(const std::string& name) {
         return false;
     }
     hosts.write().erase(name);
-    identity = identity_make();
+    identity = family->number_make();
     return true;
 }
 

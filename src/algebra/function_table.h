@@ -14,6 +14,7 @@
 
 #include "algebra/cow.h"
 #include "algebra/function.h"
+#include "algebra/identity.h"
 
 namespace ko::alg {
 
@@ -32,21 +33,33 @@ struct host_record_t {
 /// last and outlives the evaluator.
 class script_table_t {
 public:
+    /// @param numbers the family that the identities are taken from; not owned
+    explicit script_table_t(family_t& numbers) : family(&numbers) {}
+    script_table_t(const script_table_t&) = default;
+    script_table_t& operator=(const script_table_t& other);
+    ~script_table_t() = default;
+
     /// Adds a function, or replaces the one of that name.
     void define(const function_t& function);
-    /// @return the function, or null; valid as long as the identity stands
+    /// @return the function, or null; valid as long as the identity, or the revision, stands
     const function_t* find(std::string_view name) const;
     bool is_empty() const { return functions.get() == nullptr; }
     /// Removes all functions.
     void clear();
     /// Appends the names in ascending order.
     void names_get(std::vector<std::string>& out) const;
-    /// Tells what the table holds from what any table has held.
+    /// Tells what the table holds from what any table of the family has held.
     std::uint64_t identity_get() const { return identity; }
+    /// Tells what the table holds from what this object has held at any other time; never 0.
+    std::uint64_t revision_get() const { return revision; }
 
 private:
+    void changed() noexcept;
+
     cow_t<std::map<std::string, function_t, std::less<>>> functions;
+    family_t* family;
     std::uint64_t identity = 0;
+    std::uint64_t revision = 1;
 };
 
 /// All functions of one evaluator but the built-in ones: those that the host defined and the
@@ -55,7 +68,8 @@ class function_table_t {
 public:
     using macros_t = std::list<std::pair<std::string, std::string>>;
 
-    function_table_t();
+    /// @param numbers the family that the identities are taken from; not owned
+    explicit function_table_t(family_t& numbers);
     function_table_t(const function_table_t& other);
     function_table_t& operator=(const function_table_t& other);
     ~function_table_t();
@@ -86,7 +100,8 @@ public:
     /// Appends every script function ever defined, as "name( p1, p2 )" and its body.
     void script_definitions_get(macros_t& out) const;
 
-    /// Tells the host functions from those of any other time.
+    /// Tells the host functions from those of any other time, and of other evaluators of the
+    /// family.
     std::uint64_t identity_get() const { return identity; }
 
 private:
@@ -95,6 +110,7 @@ private:
     cow_t<hosts_t> hosts;
     cow_t<std::list<std::pair<std::string, function_t>>> script_list;
     std::shared_ptr<script_table_t> scripts;
+    family_t* family;
     std::uint64_t identity = 0;
 };
 

@@ -33,6 +33,8 @@ constexpr std::size_t calculation_calls_max = 250;
 /// Failures in a row of a calculation that count, and how many runs it rests for each.
 constexpr unsigned calculation_failures_max = 16;
 constexpr unsigned calculation_rest = 8;
+/// Number of runs after which a program is looked at again that can be no calculation.
+constexpr unsigned calculation_none_rest = 1000000000;
 
 /// Size of a text from which on its memory is given back when it is done with.
 constexpr std::size_t text_kept_max = 4096;

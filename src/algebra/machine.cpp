@@ -47,10 +47,14 @@ bool binary_of_numbers(opcode_e opcode, slot_t& out, const slot_t& a, const slot
 } // namespace
 
 result_t machine_t::run(unit_t& unit, bool& returned) {
-    if (slot_t value; calculator.run(unit, bodies_identity, value)) {
+    if (number_t value; calculate(unit, value)) {
         returned = false;
-        return value_stack_t::number_of(value);
+        return value.value();
     }
+    return perform(unit, returned);
+}
+
+result_t machine_t::perform(unit_t& unit, bool& returned) {
     run_t run{};
     begin(unit, run);
     execute(run);
@@ -152,10 +156,7 @@ void machine_t::frame_enter() {
     const program_t& program = *frame().unit->program;
     base.drawn->steps_draw(program.steps);
     values.reserve(top, program.stack_need);
-    names_check();
-    if (frame().unit->calls.size() != program.targets.size()) {
-        frame().unit->calls.resize(program.targets.size());
-    }
+    links_check();
     pc = program.code.data();
 }
 
@@ -195,7 +196,7 @@ bool machine_t::leave(run_t& run) {
     frame_end();
     values.data()[top++] = value;
     pc = frame().resume;
-    names_check();
+    links_check();
     return false;
 }
 
@@ -215,150 +216,119 @@ bool machine_t::give_back(run_t& run, result_t value) {
     return leave(run);
 }
 
-/// The steps of programs, until that of the run ends.
+/// The value of an operand that is a leaf.
+inline slot_t machine_t::leaf(operand_e kind, argument_t argument) {
+    if (kind == operand_e::name) {
+        const cell_t* const cell = frame().unit->names[argument.place].to_read;
+        if (cell != nullptr && cell->is_present && number_t::is_number(cell->value)) {
+            return slot_t::of_number(cell->value);
+        }
+        return load(argument.place);
+    }
+    if (kind == operand_e::integer) {
+        return slot_t::of_int(argument.integer);
+    }
+    return kind == operand_e::real
+               ? slot_t::of_float(argument.real)
+               : slot_t::of_value(frame().unit->program->texts[argument.place]);
+}
+
+/// The steps of programs, until that of the run ends. Leaves and operators of two operands are
+/// done here, all others by `step_do`.
 /// @return false at a call of a host function, which does without the stack of the loop
 bool machine_t::loop(run_t& run) {
     const instruction_t* at = pc;
     slot_t* slot = values.data() + top;
-    const name_link_t* names = frame().unit->names.data();
-    const auto put = [&]() __attribute__((always_inline)) {
-        top = static_cast<std::size_t>(slot - values.data());
-        pc = at;
-    };
-    const auto get = [&]() __attribute__((always_inline)) {
-        at = pc;
-        slot = values.data() + top;
-        names = frame().unit->names.data();
-    };
-    const auto operand = [&](operand_e kind, argument_t argument) __attribute__((always_inline))
-                             ->slot_t {
-        if (kind == operand_e::name) {
-            const cell_t* const cell = names[argument.place].to_read;
-            if (cell != nullptr && cell->is_present && slot_t::is_number(cell->value)) {
-                return slot_t::of_number(cell->value);
-            }
-            return load(argument.place);
-        }
-        if (kind == operand_e::stack) {
-            return *--slot;
-        }
-        if (kind == operand_e::integer) {
-            return slot_t::of_int(argument.integer);
-        }
-        return kind == operand_e::real
-                   ? slot_t::of_float(argument.real)
-                   : slot_t::of_value(frame().unit->program->texts[argument.place]);
-    };
     for (;;) {
         const instruction_t& step = *at++;
-        switch (step.opcode) {
-        case opcode_e::push:
-            *slot = operand(step.left, step.a);
-            ++slot;
-            break;
-        case opcode_e::negate:
-        case opcode_e::positive:
-        case opcode_e::logical_not:
-            *slot = unary_general(step.opcode, operand(step.left, step.a));
-            ++slot;
-            break;
-        default: {
-            // Two operands; on the stack, the right one is above the left one.
-            slot_t a;
+        if (step.opcode == opcode_e::push) {
+            *slot++ = leaf(step.left, step.a);
+        } else if (step.opcode < opcode_e::push && step.opcode > opcode_e::logical_not) {
+            // On the stack, the right operand is above the left one.
             slot_t b;
             if (step.right == operand_e::stack) {
                 b = *--slot;
-                a = operand(step.left, step.a);
-            } else {
-                a = operand(step.left, step.a);
-                b = operand(step.right, step.b);
+            }
+            const slot_t a = step.left == operand_e::stack ? *--slot : leaf(step.left, step.a);
+            if (step.right != operand_e::stack) {
+                b = leaf(step.right, step.b);
             }
             if (!binary_of_numbers(step.opcode, *slot, a, b)) {
                 *slot = binary_general(step.opcode, a, b);
             }
             ++slot;
-            break;
-        }
-        case opcode_e::branch:
-            if (const slot_t test = operand(step.left, step.a);
-                (test.is_number() ? test.int_of_number() : int_of(test)) == 0) {
-                values.release(test);
-                at = frame().unit->program->code.data() + step.b.place;
-            } else {
-                values.release(test);
+        } else {
+            top = static_cast<std::size_t>(slot - values.data());
+            pc = at;
+            const outcome_e outcome = step_do(step, run);
+            if (outcome != outcome_e::goes_on) {
+                return outcome == outcome_e::done;
             }
-            break;
-        case opcode_e::jump:
-            at = frame().unit->program->code.data() + step.b.place;
-            break;
-        case opcode_e::store:
-            store(step.a.place, slot[-1]);
-            names = frame().unit->names.data();
-            break;
-        case opcode_e::builtin:
-            put();
-            builtin_call(step);
-            get();
-            break;
-        case opcode_e::evaluate:
-            put();
-            evaluate_call(step);
-            get();
-            break;
-        case opcode_e::assign:
-            put();
-            assign_call(step);
-            get();
-            break;
-        case opcode_e::arguments:
-            put();
-            if (!arguments_wanted(step)) {
-                script_call(step);
-            }
-            get();
-            break;
-        case opcode_e::script_call:
-            put();
-            script_call(step);
-            get();
-            break;
-        case opcode_e::host_call:
-            put();
-            return false;
-        case opcode_e::foreign_value:
-        case opcode_e::foreign_list:
-        case opcode_e::foreign_assign:
-            put();
-            foreign(step);
-            get();
-            break;
-        case opcode_e::list_begin:
-            marks.push_back(static_cast<std::size_t>(slot - values.data()));
-            break;
-        case opcode_e::watch:
-            base.drawn->watch();
-            break;
-        case opcode_e::no_operand:
-        case opcode_e::no_target:
-        case opcode_e::no_value:
-            fail(step.opcode);
-        case opcode_e::give_back:
-            put();
-            builtin_call(step);
-            if (give_back(run)) {
-                return true;
-            }
-            get();
-            break;
-        case opcode_e::end:
-            put();
-            if (leave(run)) {
-                return true;
-            }
-            get();
-            break;
+            at = pc;
+            slot = values.data() + top;
         }
     }
+}
+
+/// Does a step that is not done in the loop, but for calls.
+machine_t::outcome_e machine_t::step_do(const instruction_t& step, run_t& run) {
+    switch (step.opcode) {
+    case opcode_e::negate:
+    case opcode_e::positive:
+    case opcode_e::logical_not:
+        unary(step);
+        return outcome_e::goes_on;
+    case opcode_e::branch:
+        branch(step);
+        return outcome_e::goes_on;
+    case opcode_e::jump:
+        pc = frame().unit->program->code.data() + step.b.place;
+        return outcome_e::goes_on;
+    case opcode_e::store:
+        store(step.a.place, values.data()[top - 1]);
+        return outcome_e::goes_on;
+    case opcode_e::list_begin:
+        marks.push_back(top);
+        return outcome_e::goes_on;
+    case opcode_e::watch:
+        base.drawn->watch();
+        return outcome_e::goes_on;
+    case opcode_e::no_operand:
+    case opcode_e::no_target:
+    case opcode_e::no_value:
+        fail(step.opcode);
+    case opcode_e::give_back:
+        builtin_call(step);
+        return give_back(run) ? outcome_e::done : outcome_e::goes_on;
+    case opcode_e::end:
+        return leave(run) ? outcome_e::done : outcome_e::goes_on;
+    case opcode_e::host_call:
+        return outcome_e::calls_host;
+    default:
+        call_do(step);
+        return outcome_e::goes_on;
+    }
+}
+
+/// The one operand of a step.
+slot_t machine_t::operand_take(const instruction_t& step) {
+    return step.left == operand_e::stack ? values.data()[--top] : leaf(step.left, step.a);
+}
+
+/// Does an operator of one operand.
+void machine_t::unary(const instruction_t& step) {
+    const slot_t a = operand_take(step);
+    values.data()[top] = unary_general(step.opcode, a);
+    ++top;
+}
+
+/// Jumps where a test does not hold.
+void machine_t::branch(const instruction_t& step) {
+    const slot_t test = operand_take(step);
+    if (int_of(test) == 0) {
+        pc = frame().unit->program->code.data() + step.b.place;
+    }
+    values.release(test);
 }
 
 } // namespace ko::alg

@@ -14,6 +14,13 @@
 /// (`evaluators_make`). The text of `evaluate` can call no host function, so that its frame is
 /// never given one.
 ///
+/// Whatever can be evaluated, the machine can. Beside it stands the calculator, a second way for
+/// the programs that are met most: arithmetic on numbers, outside of any other evaluation, with
+/// calls of script functions that are that, too. It needs a third of the instructions, for it
+/// keeps no frames, no values but numbers and nothing to put back. It is not the one way, since
+/// texts, assignments, host functions, failures and what they leave behind need all of that; and
+/// it decides nothing: where it gives up, the machine does the whole program anew.
+///
 /// However a frame ends, by a value, by `return` or by an exception, `frame_end` undoes what it
 /// has done to the state of its caller.
 #pragma once
@@ -76,14 +83,23 @@ struct frame_t {
 class machine_t {
 public:
     explicit machine_t(context_t& context)
-        : base(context), calculator({context.variables, context.functions, context.macros,
-                                     context.nesting, context.budget, context.drawn}) {}
+        : base(context),
+          calculator({context.family, context.variables, context.functions, context.macros,
+                      context.nesting, context.budget, context.drawn}) {}
     machine_t(const machine_t&) = delete;
     machine_t& operator=(const machine_t&) = delete;
 
-    /// The value of a program.
+    /// Computes the value of a program where that is a matter of numbers, and begins no
+    /// evaluation.
+    /// @return false when it is to be run
+    bool calculate(unit_t& unit, number_t& value) {
+        return calculator.run(unit, bodies_identity, value);
+    }
+    /// The value of a program, calculated or performed.
     /// @param returned set to true when the built-in `return` has ended it
     result_t run(unit_t& unit, bool& returned);
+    /// The same without looking whether it can be calculated.
+    result_t perform(unit_t& unit, bool& returned);
     /// Appends the values of a program that is compiled as a list.
     /// @return false when the built-in `return` has ended it: one value is appended then
     bool run_list(unit_t& unit, std::vector<result_t>& out);
@@ -103,6 +119,9 @@ private:
         budget_t* drawn;
         bool returned;
     };
+    /// What a step leads to.
+    enum class outcome_e { goes_on, calls_host, done };
+
     using bodies_t = std::map<std::pair<environment_t, std::string>, unit_ptr_t>;
 
     // The run (machine.cpp).
@@ -110,6 +129,11 @@ private:
     void execute(run_t& run);
     void end(const run_t& run) noexcept;
     bool loop(run_t& run);
+    outcome_e step_do(const instruction_t& step, run_t& run);
+    slot_t leaf(operand_e kind, argument_t argument);
+    slot_t operand_take(const instruction_t& step);
+    void unary(const instruction_t& step);
+    void branch(const instruction_t& step);
     bool leave(run_t& run);
     bool give_back(run_t& run);
     bool give_back(run_t& run, result_t value);
@@ -124,24 +148,23 @@ private:
     cell_t& cell_to_write(context_t& state, unit_t& unit, std::uint32_t place);
     void cell_set(cell_t& cell, slot_t value);
     void store(std::uint32_t place, const slot_t& value);
-    /// Forgets links to variables that are no longer good.
-    void names_check() {
-        unit_t& unit = *frame().unit;
-        const std::uint64_t now = frame().state->variables.generation_get();
-        if (unit.generation != now) {
-            unit.names_forget(now);
-        }
+    /// Forgets links that are no longer good.
+    void links_check() {
+        const context_t& state = *frame().state;
+        frame().unit->links_check(state.family, state.variables.generation_get());
     }
 
     // Operators on what is no pair of numbers (machine_values.cpp).
     slot_t unary_general(opcode_e opcode, const slot_t& a);
     slot_t binary_general(opcode_e opcode, const slot_t& a, const slot_t& b);
     slot_t binary_of_integers(opcode_e opcode, const slot_t& a, const slot_t& b);
+    slot_t binary_of_results(opcode_e opcode, const slot_t& a, const slot_t& b);
     slot_t join(const slot_t& a, const slot_t& b);
     bool texts_of(const slot_t& a, const slot_t& b, const std::string*& x, const std::string*& y);
     int int_of(const slot_t& slot) const;
 
     // Calls (machine_calls.cpp).
+    void call_do(const instruction_t& step);
     std::size_t arguments_count(const instruction_t& instruction);
     void arguments_release(std::size_t count);
     void counts_check(const target_t& target, const char* kind, std::size_t found, int least,
@@ -163,6 +186,7 @@ private:
     const function_t& script_find(const target_t& target, call_link_t& link);
     unit_t& body_get(const function_t& function, call_link_t& link);
     unit_ptr_t body_make(const function_t& function);
+    void bodies_drop(const family_ptr_t& of);
     void parameters_bind(std::size_t first);
     void evaluate_call(const instruction_t& instruction);
     void assign_call(const instruction_t& instruction);
@@ -181,7 +205,8 @@ private:
     std::vector<frame_t> frames;
     std::vector<std::size_t> marks; ///< where lists of unknown length begin
     bodies_t bodies;
-    unit_ptr_t idle; ///< does nothing; below what a host has assigned
+    unit_ptr_t idle;            ///< does nothing; below what a host has assigned
+    family_ptr_t bodies_family; ///< of the environments of the bodies
     std::uint64_t bodies_identity = 0;
 
     // Of the frame on top, kept here while it does not run.

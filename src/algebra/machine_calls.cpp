@@ -8,6 +8,42 @@
 
 namespace ko::alg {
 
+namespace {
+
+/// True for a number of one view. A function may give an argument as its value, so that others
+/// go the general way.
+bool is_plain(const slot_t& slot) {
+    return slot.is_number() && slot.is_plain();
+}
+
+} // namespace
+
+/// Does a step that calls something that is not the host's.
+void machine_t::call_do(const instruction_t& step) {
+    switch (step.opcode) {
+    case opcode_e::builtin:
+        builtin_call(step);
+        break;
+    case opcode_e::evaluate:
+        evaluate_call(step);
+        break;
+    case opcode_e::assign:
+        assign_call(step);
+        break;
+    case opcode_e::arguments:
+        if (!arguments_wanted(step)) {
+            script_call(step);
+        }
+        break;
+    case opcode_e::script_call:
+        script_call(step);
+        break;
+    default:
+        foreign(step);
+        break;
+    }
+}
+
 /// Number of arguments on the stack.
 std::size_t machine_t::arguments_count(const instruction_t& instruction) {
     if (instruction.b.place != no_place) {
@@ -46,20 +82,23 @@ void machine_t::builtin_call(const instruction_t& instruction) {
         return; // what the machine does itself leaves its argument where it is
     }
     slot_t* const arguments = values.data() + top - count;
-    const bool are_numbers = std::all_of(arguments, values.data() + top,
-                                         [](const slot_t& slot) { return slot.is_number(); });
-    if (are_numbers && row.of_numbers != nullptr) {
-        *arguments = row.of_numbers(arguments);
-        top -= count - 1;
+    const bool are_numbers =
+        row.of_numbers != nullptr && std::all_of(arguments, values.data() + top, is_plain);
+    if (!are_numbers) {
+        builtin_general(target, arguments);
         return;
     }
-    builtin_general(target, arguments);
+    number_t given[builtin_arguments_max];
+    std::transform(arguments, values.data() + top, given,
+                   [](const slot_t& slot) { return slot.number(); });
+    *arguments = slot_t::of_number(row.of_numbers(given));
+    top -= count - 1;
 }
 
 void machine_t::builtin_general(const target_t& target, slot_t* arguments) {
     const builtin_t& row = *target.callee.builtin;
     const auto count = static_cast<std::size_t>(row.count);
-    result_t given[3];
+    result_t given[builtin_arguments_max];
     for (std::size_t i = count; i-- != 0;) {
         given[i] = values.take(arguments[i]);
     }
@@ -90,7 +129,7 @@ void machine_t::host_call(const instruction_t& instruction) {
         value = host_apply(host, *state.owner, count);
     }
     pc = resume;
-    names_check();
+    links_check();
     values.reserve(top, frame().unit->program->stack_need);
     values.data()[top++] = values.keep(std::move(value));
 }
@@ -168,7 +207,7 @@ void machine_t::foreign(const instruction_t& instruction) {
         token.assign(owner, values.value_of(values.data()[top - 1]));
     }
     pc = resume;
-    names_check();
+    links_check();
     values.reserve(top, given.size() + frame().unit->program->stack_need);
     for (result_t& value : given) {
         values.data()[top++] = values.keep(std::move(value));

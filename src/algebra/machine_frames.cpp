@@ -1,7 +1,6 @@
 // The frames that calls of script functions and of the built-in `evaluate` and `assign` push.
 #include <utility>
 
-#include "algebra/identity.h"
 #include "algebra/limits.h"
 #include "algebra/machine.h"
 #include "exception/exception.h"
@@ -32,10 +31,12 @@ const function_t& machine_t::script_find(const target_t& target, call_link_t& li
     const script_table_t& table = target.callee.scripts != nullptr
                                       ? *target.callee.scripts
                                       : *frame().state->functions.scripts_get();
-    if (link.table != table.identity_get() || link.table == 0) {
+    const std::uint64_t now =
+        target.callee.scripts != nullptr ? table.revision_get() : table.identity_get();
+    if (link.table != now || link.table == 0) {
         link = call_link_t();
         link.function = table.find(target.name);
-        link.table = link.function == nullptr ? 0 : table.identity_get();
+        link.table = link.function == nullptr ? 0 : now;
     }
     if (link.function == nullptr) {
         throw exception_t("internal function %s -- no longer defined", target.name.c_str());
@@ -88,7 +89,7 @@ void machine_t::script_call(const instruction_t& instruction) {
 
 /// Moves the arguments into the variables of the parameters.
 void machine_t::parameters_bind(std::size_t first) {
-    names_check();
+    links_check();
     context_t& state = *frame().state;
     unit_t& body = *frame().unit;
     std::size_t at = first;
@@ -106,6 +107,9 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     const environment_t environment{state.functions.identity_get(),
                                     state.functions.scripts_get()->identity_get(),
                                     state.macros.identity_get()};
+    if (bodies_family != state.family || bodies_identity == 0) {
+        bodies_drop(state.family);
+    }
     if (link.body != nullptr && link.bodies == bodies_identity &&
         link.environment == environment) {
         return *link.body;
@@ -117,9 +121,8 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     auto found = bodies.find({environment, key});
     if (found == bodies.end()) {
         unit_ptr_t made = body_make(function);
-        if (bodies.size() >= bodies_max || bodies_identity == 0) {
-            bodies.clear();
-            bodies_identity = identity_make();
+        if (bodies.size() >= bodies_max) {
+            bodies_drop(state.family);
         }
         found =
             bodies.emplace(std::make_pair(environment, std::move(key)), std::move(made)).first;
@@ -128,6 +131,13 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     link.environment = environment;
     link.body = found->second.get();
     return *link.body;
+}
+
+/// Lets go of all bodies, and of the links to them; collects those of a family from now on.
+void machine_t::bodies_drop(const family_ptr_t& of) {
+    bodies.clear();
+    bodies_family = of;
+    bodies_identity = of->number_make();
 }
 
 /// Compiles the body of a function as the frame on top sees it.

@@ -35,9 +35,7 @@ cell_t& machine_t::cell_to_write(context_t& state, unit_t& unit, std::uint32_t p
     name_link_t& link = unit.names[place];
     if (link.to_write == nullptr) {
         cell_t& cell = state.variables.cell(unit.program->names[place]);
-        if (unit.generation != state.variables.generation_get()) {
-            unit.names_forget(state.variables.generation_get());
-        }
+        unit.links_check(state.family, state.variables.generation_get());
         link = {&cell, &cell};
     }
     return *link.to_write;
@@ -98,7 +96,7 @@ slot_t machine_t::binary_of_integers(opcode_e opcode, const slot_t& a, const slo
     if (opcode == opcode_e::modulo && y == 0) {
         throw exception_t(std::string("modulo by zero"));
     }
-    return numbers::of_integers(opcode, x, y);
+    return slot_t::of_int(numbers::of_integers(opcode, x, y));
 }
 
 /// Gives the texts of two values when both are strings.
@@ -142,6 +140,11 @@ slot_t machine_t::binary_general(opcode_e opcode, const slot_t& a, const slot_t&
             return slot_t::of_int(holds ? 1 : 0);
         }
     }
+    return binary_of_results(opcode, a, b);
+}
+
+/// An operator on operands that are neither both numbers nor both texts, or a division by zero.
+slot_t machine_t::binary_of_results(opcode_e opcode, const slot_t& a, const slot_t& b) {
     if (opcode == opcode_e::add && !a.is_number() && values.whole(a).is_string()) {
         const result_t right = values.value_of(b);
         if (right.type_get() <= result_t::type_string) {

@@ -4,7 +4,6 @@
 #include <set>
 #include <string_view>
 
-#include "algebra/identity.h"
 #include "algebra/limits.h"
 #include "algebra/words.h"
 #include "exception/exception.h"
@@ -125,19 +124,19 @@ void macro_table_t::define(const std::string& key, const std::string& value) {
     definitions_t& list = definitions.write();
     macros.write().insert_or_assign(key, value);
     list.splice(list.end(), addition);
-    identity = identity_make();
+    identity = family->number_make();
 }
 
 void macro_table_t::clear() {
     macros = {};
     definitions = {};
-    identity = identity_make();
+    identity = family->number_make();
 }
 
 void macro_table_t::undefine(const std::string& key) {
     if (macros.get() != nullptr && macros.get()->count(key) != 0) {
         macros.write().erase(key);
-        identity = identity_make();
+        identity = family->number_make();
     }
 }
 

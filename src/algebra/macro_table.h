@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "algebra/cow.h"
+#include "algebra/identity.h"
 
 namespace ko::alg {
 
@@ -23,6 +24,9 @@ namespace ko::alg {
 class macro_table_t {
 public:
     using definitions_t = std::list<std::pair<std::string, std::string>>;
+
+    /// @param numbers the family that the identities are taken from; not owned
+    explicit macro_table_t(family_t& numbers) : family(&numbers) {}
 
     /// Adds or replaces a macro.
     /// @throws ko::exception_t an empty or ill-formed key; nothing is changed then
@@ -36,7 +40,7 @@ public:
 
     /// Removes all macros and their definitions.
     void clear();
-    /// Tells the macros from those of any other time.
+    /// Tells the macros from those of any other time, and of other evaluators of the family.
     std::uint64_t identity_get() const { return identity; }
     /// Appends every definition ever made, in order.
     void definitions_get(definitions_t& out) const;
@@ -46,6 +50,7 @@ private:
 
     cow_t<macros_t> macros;
     cow_t<definitions_t> definitions;
+    family_t* family;
     std::uint64_t identity = 0;
 };
 

@@ -17,8 +17,8 @@ nesting_t::call_t::~call_t() {
     state.call_origin = std::move(outer_origin);
 }
 
-unsigned nesting_t::depth_get() const {
-    const std::shared_ptr<const origin_t> source = has_origin ? origin.lock() : nullptr;
+unsigned nesting_t::depth_with_origin() const {
+    const std::shared_ptr<const origin_t> source = origin.lock();
     return source == nullptr ? depth : depth + source->depth;
 }
 

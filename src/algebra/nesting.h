@@ -62,7 +62,7 @@ public:
     };
 
     /// Number of evaluations that the current one is nested in.
-    unsigned depth_get() const;
+    unsigned depth_get() const { return has_origin ? depth_with_origin() : depth; }
     /// Makes the evaluations here nested in `outer` others.
     void depth_set(unsigned outer) { depth = outer; }
     void enter() { ++depth; }
@@ -93,6 +93,7 @@ public:
 
 private:
     [[noreturn]] static void fail(const limits_t& limits, nested_e kind, const std::string& name);
+    unsigned depth_with_origin() const;
     unsigned levels_of_nested(const limits_t& limits) const;
     std::weak_ptr<const origin_t> origin_for_copy() const;
 

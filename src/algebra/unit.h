@@ -2,8 +2,9 @@
 /// A program and what one evaluator has found out about its names.
 ///
 /// The links of a unit hold good for the variables of one generation; a machine that meets
-/// another one forgets them. A unit that runs is pinned: whoever lets go of it meanwhile leaves
-/// it to the last run to delete it.
+/// another one forgets them. Links of all kinds hold good within one family only, of which the
+/// unit owns a part for as long as it has any. A unit that runs is pinned: whoever lets go of it
+/// meanwhile leaves it to the last run to delete it.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "algebra/calculation.h"
+#include "algebra/identity.h"
 #include "algebra/program.h"
 #include "algebra/variables.h"
 
@@ -42,7 +44,9 @@ struct environment_t {
 
 /// A script function that a program calls.
 struct call_link_t {
-    std::uint64_t table = 0; ///< identity of the table that it was found in; 0 for none
+    /// Identity of the table that it was found in, or revision where the call has a table of its
+    /// own, which may be of another family; 0 for none.
+    std::uint64_t table = 0;
     const function_t* function = nullptr;
     std::uint64_t bodies = 0; ///< identity of the collection that holds the body; 0 for none
     environment_t environment = {0, 0, 0};
@@ -53,6 +57,7 @@ struct call_link_t {
 
 struct unit_t {
     std::shared_ptr<program_t> program; ///< a constant once it is compiled
+    family_ptr_t family;                ///< that the links belong to; null while there are none
     std::uint64_t generation = 0;       ///< of the variables that the links lead to
     std::vector<name_link_t> names;
     std::vector<call_link_t> calls;
@@ -60,22 +65,26 @@ struct unit_t {
     unsigned pins = 0;
     bool is_dropped = false;
     bool is_shared = false; ///< whether another evaluator has, or had, the program
-    bool has_run = false;
-    std::unique_ptr<calculation_t> calculation; ///< from the second run on
+    unsigned rest = 1;      ///< number of runs that are left to the machine
+    std::unique_ptr<calculation_t> calculation; ///< once one has been asked for
 
     /// Becomes a unit whose program is still empty, and keeps what memory it can.
     void clear() {
         program->clear();
         generation = 0;
         calls.clear();
-        has_run = false;
+        family.reset();
+        rest = 1;
         calculation.reset();
     }
-    /// Forgets all links to variables.
-    void names_forget(std::uint64_t now) {
-        names.assign(program->names.size(), name_link_t());
-        generation = now;
+    /// Forgets links that are no longer good for an evaluator of this family and generation.
+    void links_check(const family_ptr_t& of, std::uint64_t now) {
+        if (generation != now || family != of) {
+            links_forget(of, now);
+        }
     }
+    /// Forgets all links to variables, and those to functions of another family.
+    void links_forget(const family_ptr_t& of, std::uint64_t now);
     void pin() { ++pins; }
     void unpin() {
         if (--pins == 0 && is_dropped) {
@@ -99,21 +108,9 @@ struct unit_drop_t {
 using unit_ptr_t = std::unique_ptr<unit_t, unit_drop_t>;
 
 /// A unit with a program that is still empty.
-inline unit_ptr_t unit_make() {
-    unit_ptr_t made(new unit_t);
-    made->program = std::make_shared<program_t>();
-    return made;
-}
+unit_ptr_t unit_make();
 
 /// A unit of its own, for another evaluator, with the program of `unit`, which may be null.
-inline unit_ptr_t unit_share(unit_t* unit) {
-    unit_ptr_t made;
-    if (unit != nullptr) {
-        made.reset(new unit_t);
-        made->program = unit->program;
-        made->is_shared = unit->is_shared = true;
-    }
-    return made;
-}
+unit_ptr_t unit_share(unit_t* unit);
 
 } // namespace ko::alg

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "algebra/arm_arithmetic.h"
+#include "algebra/number.h"
 #include "algebra/result.h"
 #include "algebra/result_text.h"
 
@@ -41,10 +42,8 @@ public:
     }
     static slot_t of_float(float value) { return {real | single, high(value)}; }
     static slot_t of_place(std::size_t place) { return {owned, place}; }
-    /// True for a value that is a number and nothing else: one that has a text, which a host can
-    /// bring about, goes as a whole.
-    static bool is_number(const result_t& value) {
-        return result_members_t::type(value) <= real && result_members_t::text(value).empty();
+    static slot_t of_number(number_t value) {
+        return value.is_integer() ? of_int(value.int_view()) : of_float(value.float_view());
     }
     /// A number with both its views.
     static slot_t of_number(const result_t& value) {
@@ -54,7 +53,7 @@ public:
     }
     /// The same, or the value itself, borrowed.
     static slot_t of_value(const result_t& value) {
-        if (is_number(value)) {
+        if (number_t::is_number(value)) {
             return of_number(value);
         }
         return {borrowed, reinterpret_cast<std::uintptr_t>(&value)};
@@ -62,6 +61,7 @@ public:
 
     unsigned kind() const { return static_cast<unsigned>(tag) & kinds; }
     bool is_number() const { return (tag & borrowed) == 0; }
+    bool is_integer() const { return kind() == integer; }
     /// True for a number whose other view is yet to be computed.
     bool is_single() const { return (tag & single) != 0; }
     int int_view() const { return static_cast<int>(static_cast<std::uint32_t>(word)); }
@@ -80,6 +80,20 @@ public:
     /// The integer reading of a number.
     int int_of_number() const {
         return kind() == integer ? int_view() : arm::truncate(static_cast<double>(float_view()));
+    }
+    /// The number in the view of its type alone, which is all there is to a single one.
+    number_t number() const {
+        return kind() == integer ? number_t::of_int(int_view())
+                                 : number_t::of_float(float_view());
+    }
+    /// True for a number whose other view is what would be computed from its own one.
+    bool is_plain() const {
+        if (is_single()) {
+            return true;
+        }
+        const number_t own = number();
+        return own.int_of_number() == int_view() &&
+               arm::bits_of(own.float_of_number()) == arm::bits_of(float_view());
     }
     /// The number with both its views.
     slot_t completed() const {

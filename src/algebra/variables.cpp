@@ -2,22 +2,23 @@
 
 #include <utility>
 
-#include "algebra/identity.h"
 #include "exception/exception.h"
 
 namespace ko::alg {
 
-variables_t::variables_t() : generation(identity_make()) {}
+variables_t::variables_t(family_t& numbers)
+    : family(&numbers), generation(numbers.number_make()) {}
 
 variables_t::variables_t(const variables_t& other)
-    : values(other.copy()), snapshots(other.snapshots), generation(identity_make()) {}
+    : values(other.copy()), snapshots(other.snapshots), family(other.family),
+      generation(family->number_make()) {}
 
 variables_t& variables_t::operator=(const variables_t& other) {
     variable_tree_t copied = other.copy();
-    const std::uint64_t now = identity_make();
     snapshots = other.snapshots;
     std::swap(values, copied);
-    generation = now;
+    family = other.family;
+    generation = family->number_make();
     referenced = false;
     return *this;
 }
@@ -28,7 +29,7 @@ variable_tree_t variables_t::copy() const {
     if (referenced) {
         return values.clone();
     }
-    generation = identity_make();
+    generation = family->number_make();
     return values;
 }
 
@@ -36,7 +37,7 @@ cell_t& variables_t::cell(std::string_view name) {
     bool moved = false;
     cell_t& found = values.cell(name, moved);
     if (moved) {
-        generation = identity_make();
+        generation = family->number_make();
     }
     return found;
 }
@@ -61,6 +62,7 @@ bool variables_t::erase(std::string_view name) {
     if (find(name) == nullptr) {
         return false;
     }
+    tidy(); // a host may add and erase ever new names and evaluate nothing
     cell_t& found = cell(name);
     found.value = result_t();
     found.is_present = false;
@@ -92,20 +94,20 @@ void variables_t::pop_diff() {
 void variables_t::restore(variable_tree_t& restored) {
     snapshots.write().pop_back();
     std::swap(values, restored);
-    generation = identity_make();
+    generation = family->number_make();
     referenced = false;
 }
 
 void variables_t::copy_values(const variables_t& other) {
     variable_tree_t copied = other.copy();
     std::swap(values, copied);
-    generation = identity_make();
+    generation = family->number_make();
     referenced = false;
 }
 
 void variables_t::journal_split(variables_t& copy, std::size_t size) {
     copy.snapshots = snapshots;
-    copy.generation = identity_make();
+    copy.generation = copy.family->number_make();
     copy.referenced = false;
     if (referenced) {
         copy.values = values.clone(); // the cells here must stay where they are
@@ -114,7 +116,7 @@ void variables_t::journal_split(variables_t& copy, std::size_t size) {
         journal_move(restored);
         std::swap(values, restored);
         std::swap(copy.values, restored);
-        generation = identity_make();
+        generation = family->number_make();
     }
     journal_undo(size);
 }

@@ -2,8 +2,8 @@
 /// The variables of an evaluator, their saved copies, and the journal of script functions.
 ///
 /// A program that runs keeps the cells of its variables. They are good for as long as the
-/// generation stands: it changes whenever cells may have moved, or must be moved before they are
-/// written to because a copy shares them.
+/// generation stands, a number of the evaluator's family: it changes whenever cells may have
+/// moved, or must be moved before they are written to because a copy shares them.
 ///
 /// A script function works on a copy of the variables, as far as anyone can tell. What it does
 /// is journaled instead: a scope begins with the length of the journal, every cell that changes
@@ -30,7 +30,8 @@ namespace ko::alg {
 /// copying then costs as much as there are variables.
 class variables_t {
 public:
-    variables_t();
+    /// @param numbers the family that the generations are taken from; not owned
+    explicit variables_t(family_t& numbers);
     variables_t(const variables_t& other);
     variables_t& operator=(const variables_t& other);
     ~variables_t() = default;
@@ -59,18 +60,19 @@ public:
     /// @name For programs that keep cells
     /// @{
 
-    /// Tells the cells that are good now from those of any other time and evaluator.
+    /// Tells the cells that are good now from those of any other time and evaluator of the
+    /// same family.
     std::uint64_t generation_get() const { return generation; }
     /// @return the cell to read, which may be absent, or null
     const cell_t* cell_find(std::string_view name) const { return values.cell_find(name); }
     /// The cell to write, created absent when missing.
     cell_t& cell(std::string_view name);
 
-    /// Forgets the names of variables that are gone, once there may be many. To be called where
-    /// no program of this evaluator runs.
+    /// Forgets the names of variables that are gone, once there may be many, and while no
+    /// journal leads to their cells. Programs then look up their cells again.
     void tidy() {
         if (values.is_littered() && journal.empty()) {
-            generation = identity_make();
+            generation = family->number_make();
             values.tidy();
         }
     }
@@ -108,6 +110,7 @@ private:
     variable_tree_t values;
     cow_t<snapshots_t> snapshots;
     std::vector<entry_t> journal;
+    family_t* family;
     mutable std::uint64_t generation;
     bool referenced = false; ///< whether a reference to one of the values may be in use
 };

@@ -119,15 +119,18 @@ void expressions_t::assign(const std::string& name, const std::string& piece) {
     }
     algebra.evaluate(name + " = " + piece);
     if (is_integer && is_name(name)) {
-        number = {name};
+        number = {};
+        number.name = name;
     }
 }
 
 void expressions_t::assign(assigned_t& variable, int value) {
-    alg::variables_t& variables = alg::context_of(algebra).variables;
-    if (variable.cell == nullptr || variable.generation != variables.generation_get()) {
+    alg::context_t& state = alg::context_of(algebra);
+    alg::variables_t& variables = state.variables;
+    if (variable.generation != variables.generation_get() || variable.family != state.family) {
         variable.cell = &variables.cell(variable.name);
         variable.generation = variables.generation_get();
+        variable.family = state.family;
     }
     variable.cell->value = alg::result_t(value);
     variable.cell->is_present = true;
@@ -148,9 +151,10 @@ void expressions_t::environment_check() {
     const environment_t now = {state.functions.identity_get(),
                                state.functions.scripts_get()->identity_get(),
                                state.macros.identity_get(), state.numeric_only ? 1U : 0U};
-    if (now != environment) {
+    if (now != environment || state.family != family) {
         programs_drop();
         environment = now;
+        family = state.family;
     }
 }
 

@@ -19,10 +19,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
 
 #include "algebra/algebra.h"
+#include "algebra/identity.h"
 #include "algebra/variables.h"
 
 namespace ko::xpp {
@@ -32,6 +34,7 @@ struct assigned_t {
     std::string name;
     alg::cell_t* cell = nullptr;
     std::uint64_t generation = 0; ///< of the variables when `cell` was found
+    alg::family_ptr_t family;     ///< that the generation belongs to
 };
 
 /// The name that an expression of the form "name = ..." assigns to; empty for others.
@@ -86,6 +89,7 @@ private:
     unsigned running = 0;            ///< evaluations in progress
     bool shared = false;             ///< whether a host may change the evaluator
     environment_t environment = {};  ///< that `programs` were parsed in
+    alg::family_ptr_t family;        ///< of the environment; null before it was looked at
 };
 
 } // namespace ko::xpp

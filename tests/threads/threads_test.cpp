@@ -95,6 +95,37 @@ TEST(threads, may_use_an_evaluator_and_its_copy) {
     at_once([&] { use(original); }, [&] { use(copy); });
 }
 
+TEST(threads, may_use_copies_of_copies_and_make_more) {
+    ko::alg::algebra_t original;
+    prepare(original);
+    ko::alg::algebra_t copy(original);
+    ko::alg::algebra_t copy_of_copy(copy);
+    auto copied = [](ko::alg::algebra_t& origin) {
+        ko::alg::algebra_t own(origin);
+        use(own);
+        origin = own;
+        use(origin);
+    };
+    at_once([&] { copied(original); }, [&] { copied(copy_of_copy); });
+}
+
+TEST(threads, may_each_evaluate_a_list_of_their_own_on_copies_of_one_evaluator) {
+    ko::alg::algebra_t original;
+    prepare(original);
+    auto evaluate = [](ko::alg::algebra_t& origin) {
+        ko::alg::list_t list;
+        ASSERT_TRUE(origin.parse("square(x) + TWICE x", list));
+        ko::alg::algebra_t own(origin);
+        ko::alg::algebra_t unrelated;
+        unrelated.assign("x", 5);
+        EXPECT_EQ(15, origin.evaluate(list).int_get());
+        EXPECT_EQ(35, unrelated.evaluate(list).int_get());
+        EXPECT_EQ(15, own.evaluate(list).int_get());
+    };
+    ko::alg::algebra_t copy(original);
+    at_once([&] { evaluate(original); }, [&] { evaluate(copy); });
+}
+
 TEST(threads, may_each_make_and_destroy_evaluators) {
     auto live = [] {
         ko::alg::algebra_t algebra;

@@ -332,7 +332,8 @@ protected:
 
     parser_room_t room;
     std::mt19937 random{7};
-    function_table_t functions;
+    ko::alg::family_t family;
+    function_table_t functions{family};
     bool numeric_only = false;
     int good = 0;
 };

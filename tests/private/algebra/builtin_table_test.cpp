@@ -39,7 +39,8 @@ TEST(builtin_table, has_no_other_spelling) {
 }
 
 TEST(function_table, has_the_host_functions_until_they_are_undefined) {
-    ko::alg::function_table_t table;
+    ko::alg::family_t family;
+    ko::alg::function_table_t table(family);
     ko::alg::host_record_t record;
     record.prototype.name = "abs";
     table.host_define(record);
@@ -51,7 +52,8 @@ TEST(function_table, has_the_host_functions_until_they_are_undefined) {
 }
 
 TEST(function_table, has_an_identity_that_changes_with_it) {
-    ko::alg::function_table_t table;
+    ko::alg::family_t family;
+    ko::alg::function_table_t table(family);
     const ko::alg::function_table_t same = table;
     EXPECT_EQ(table.identity_get(), same.identity_get());
     ko::alg::host_record_t record;
@@ -64,7 +66,8 @@ TEST(function_table, has_an_identity_that_changes_with_it) {
 }
 
 TEST(function_table, a_copy_defines_for_itself) {
-    ko::alg::function_table_t table;
+    ko::alg::family_t family;
+    ko::alg::function_table_t table(family);
     ASSERT_TRUE(table.script_define("f(x)", "x"));
     ko::alg::function_table_t copy = table;
     ASSERT_TRUE(copy.script_define("f(x)", "x+1"));
@@ -75,9 +78,10 @@ TEST(function_table, a_copy_defines_for_itself) {
 }
 
 TEST(function_table, keeps_its_script_table_when_assigned_to) {
-    ko::alg::function_table_t table;
+    ko::alg::family_t family;
+    ko::alg::function_table_t table(family);
     const auto scripts = table.scripts_get();
-    ko::alg::function_table_t other;
+    ko::alg::function_table_t other(family);
     ASSERT_TRUE(other.script_define("f()", "1"));
     table = other;
     EXPECT_EQ(table.scripts_get(), scripts);

@@ -24,7 +24,8 @@ protected:
         return std::string(syntax.text_of(syntax.items.at(i)));
     }
 
-    function_table_t functions;
+    ko::alg::family_t family;
+    function_table_t functions{family};
     lexer_settings_t settings;
     syntax_t syntax;
     std::string error;

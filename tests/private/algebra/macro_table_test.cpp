@@ -18,7 +18,8 @@ protected:
         return text;
     }
 
-    macro_table_t table;
+    ko::alg::family_t family;
+    macro_table_t table{family};
 };
 
 TEST_F(macro_table, replaces_whole_words_alone) {

@@ -138,7 +138,8 @@ protected:
         return line;
     }
 
-    function_table_t functions;
+    ko::alg::family_t family;
+    function_table_t functions{family};
     lexer_settings_t settings;
     one_pass_room_t room;
     parser_room_t parser_room;
