@@ -105,7 +105,9 @@ TEST_F(out_of_memory, while_selecting_is_reported) {
               0);
     EXPECT_GT(fail_each("select_nodes", [this] { root->select_nodes("b[c]", nodes); }), 0);
     EXPECT_GT(fail_each("element_find", [this] { element_find(root, path, false); }), 0);
-    EXPECT_GT(fail_each("a long path", [this] { element_find(root, "b/c/d/e/f/g", false); }), 0);
+    EXPECT_GT(fail_each("a long path",
+                        [this] { element_find(root, "b/c/d/e/f/g/h/i/j/k/l/m", false); }),
+              0);
 }
 
 TEST_F(out_of_memory, while_reading_a_path_is_reported) {
