@@ -26,7 +26,7 @@ private:
         return static_cast<std::uint16_t>(computed + stack.size());
     }
     void put(opcode_e opcode, std::uint16_t a, std::uint16_t b, std::size_t count = 0);
-    std::uint16_t given(std::uint16_t place);
+    void give(std::uint16_t place, bool is_as_given);
     void top_settle();
     void settle(std::size_t place);
     bool translate(const instruction_t& instruction);
@@ -42,12 +42,17 @@ private:
     std::vector<std::size_t> jumps;   ///< steps whose goal is still an instruction
     std::size_t literals_used = 0;
     std::size_t computed = 0; ///< the first register behind literals and variables
+    /// By register: whether it may hold the value of a variable as it is.
+    std::vector<bool> givens;
 };
 
 calculation_t calculation_maker_t::make() {
     literals_add();
     computed = made.names + program.names.size();
     made.registers.resize(computed + program.stack_need + 1);
+    givens.resize(made.registers.size());
+    std::fill_n(givens.begin() + static_cast<std::ptrdiff_t>(made.names), program.names.size(),
+                true);
     is_joint.resize(program.code.size());
     for (const instruction_t& instruction : program.code) {
         if (instruction.opcode == opcode_e::jump) {
@@ -106,19 +111,21 @@ void calculation_maker_t::put(opcode_e opcode, std::uint16_t a, std::uint16_t b,
     const std::uint16_t out = free_register();
     made.steps.push_back({opcode, static_cast<unsigned char>(count), out, a, b});
     stack.push_back(out);
+    give(out, false);
 }
 
-/// Notes that the value of a register goes on as it is.
-std::uint16_t calculation_maker_t::given(std::uint16_t place) {
-    made.may_give_a_name = made.may_give_a_name || (place >= made.names && place < computed);
-    return place;
+/// Notes whether a register gets the value of a variable as it is. Where there are jumps, what it
+/// has got on another way counts, too.
+void calculation_maker_t::give(std::uint16_t place, bool is_as_given) {
+    givens[place] = is_as_given || (!jumps.empty() && givens[place]);
 }
 
 /// Brings a value to the register of its place on the stack.
 void calculation_maker_t::settle(std::size_t place) {
     const auto own = static_cast<std::uint16_t>(computed + place);
     if (stack[place] != own) {
-        made.steps.push_back({opcode_e::push, 0, own, given(stack[place]), 0});
+        made.steps.push_back({opcode_e::push, 0, own, stack[place], 0});
+        give(own, givens[stack[place]]);
         stack[place] = own;
     }
 }
@@ -151,7 +158,8 @@ bool calculation_maker_t::translate(const instruction_t& instruction) {
     case opcode_e::watch:
         return true;
     case opcode_e::end:
-        made.steps.push_back({opcode_e::end, 0, 0, given(stack.back()), 0});
+        made.steps.push_back({opcode_e::end, 0, 0, stack.back(), 0});
+        made.may_give_a_name = givens[stack.back()];
         return true;
     default:
         return instruction.opcode < opcode_e::push && binary(instruction);
@@ -185,9 +193,13 @@ bool calculation_maker_t::call(const instruction_t& instruction) {
     for (std::size_t i = first; count > 1 && i < stack.size(); ++i) {
         settle(i);
     }
-    const std::uint16_t argument = given(stack[first]);
+    const std::uint16_t argument = stack[first];
+    const bool is_given =
+        std::any_of(stack.begin() + static_cast<std::ptrdiff_t>(first), stack.end(),
+                    [this](std::uint16_t place) { return givens[place]; });
     stack.resize(first);
     put(instruction.opcode, argument, static_cast<std::uint16_t>(instruction.a.place), count);
+    give(stack.back(), is_given); // a function may give its argument
     return true;
 }
 

@@ -18,18 +18,47 @@ inline bool prepare(unit_t& unit) {
     return !unit.calculation->steps.empty();
 }
 
-/// Does a step of two operands.
-/// @return false for a remainder of a division by zero
-bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
-    switch (opcode) {
+/// Does a step of those that are met most and fail for nothing.
+/// @return false for any other, and for a division by zero
+inline bool quick_do(const calculation_t::step_t& step, number_t* r) {
+    switch (step.opcode) {
+    case opcode_e::add:
+        r[step.out] = numbers::add(r[step.a], r[step.b]);
+        return true;
+    case opcode_e::subtract:
+        r[step.out] = numbers::subtract(r[step.a], r[step.b]);
+        return true;
+    case opcode_e::multiply:
+        r[step.out] = numbers::multiply(r[step.a], r[step.b]);
+        return true;
+    case opcode_e::divide:
+        if (r[step.b].float_of_number() == 0.0F) {
+            return false;
+        }
+        r[step.out] = numbers::divide(r[step.a], r[step.b]);
+        return true;
     case opcode_e::less:
     case opcode_e::less_equal:
     case opcode_e::greater:
     case opcode_e::greater_equal:
     case opcode_e::equal:
     case opcode_e::not_equal:
-        out = numbers::compare(opcode, a, b);
+        r[step.out] = numbers::compare(step.opcode, r[step.a], r[step.b]);
         return true;
+    case opcode_e::push:
+        r[step.out] = r[step.a];
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Does any other step of two operands.
+/// @return false for a division by zero
+bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
+    switch (opcode) {
+    case opcode_e::divide:
+        return false;
     case opcode_e::modulo:
         if (b.int_of_number() == 0) {
             return false;
@@ -149,71 +178,51 @@ unit_t* calculator_t::body_find(unit_t& caller, const step_t& step) const {
     return &body;
 }
 
-/// The steps. Most are done here; of the others, `step_do` does the work.
-bool calculator_t::compute(unit_t& unit, number_t& value) {
-    activation_t now{&unit, unit.calculation->steps.data(), unit.calculation->registers.data()};
-    number_t* r = now.registers;
-    for (const step_t* at = now.at;;) {
-        const number_t& a = r[at->a];
-        switch (at->opcode) {
-        case opcode_e::add:
-            r[at->out] = numbers::add(a, r[at->b]);
-            break;
-        case opcode_e::subtract:
-            r[at->out] = numbers::subtract(a, r[at->b]);
-            break;
-        case opcode_e::multiply:
-            r[at->out] = numbers::multiply(a, r[at->b]);
-            break;
-        case opcode_e::divide:
-            if (r[at->b].float_of_number() == 0.0F) {
-                return false;
-            }
-            r[at->out] = numbers::divide(a, r[at->b]);
-            break;
-        case opcode_e::branch:
-            at += a.int_of_number() == 0 ? at->out : 0;
-            break;
-        default:
-            if (at->opcode == opcode_e::end && calls.empty()) {
-                value = a;
-                return true;
-            }
-            now.at = at;
-            if (!step_do(now, a)) {
-                return false;
-            }
-            at = now.at;
-            r = now.registers;
-            continue;
-        }
-        ++at;
-    }
-}
-
 /// Ends the body of a call with its value.
-void calculator_t::give_back(activation_t& now, number_t value) {
+inline void calculator_t::give_back(activation_t& now, number_t value) {
     window_used -= now.unit->calculation->registers.size();
     now = calls.back();
     calls.pop_back();
     now.registers[now.at[-1].out] = value;
 }
 
+/// The steps. Most are done here, the others by `step_do`.
+bool calculator_t::compute(unit_t& unit, number_t& value) {
+    activation_t now{&unit, unit.calculation->steps.data(), unit.calculation->registers.data()};
+    number_t* r = now.registers;
+    for (const step_t* at = now.at;;) {
+        if (quick_do(*at, r)) {
+            ++at;
+            continue;
+        }
+        const opcode_e opcode = at->opcode;
+        const number_t& a = r[at->a];
+        if (opcode == opcode_e::branch) {
+            at += a.int_of_number() == 0 ? 1 + at->out : 1;
+            continue;
+        }
+        now.at = at + 1;
+        if (opcode == opcode_e::end) {
+            if (calls.empty()) {
+                value = a;
+                return true;
+            }
+            give_back(now, a);
+        } else if (!(opcode == opcode_e::script_call ? call(now) : step_do(now, a))) {
+            return false;
+        }
+        at = now.at;
+        r = now.registers;
+    }
+}
+
 /// Does a step, the first operand of which is `a`.
 bool calculator_t::step_do(activation_t& now, number_t a) {
-    const step_t& step = *now.at++;
+    const step_t& step = now.at[-1];
     number_t* const r = now.registers;
     switch (step.opcode) {
-    case opcode_e::script_call:
-        return call(now);
-    case opcode_e::end:
-        give_back(now, a);
-        return true;
     case opcode_e::jump:
         now.at += step.out;
-        return true;
-    case opcode_e::push:
-        r[step.out] = a;
         return true;
     case opcode_e::negate:
         r[step.out] = numbers::negate(a);
@@ -250,8 +259,13 @@ bool calculator_t::call(activation_t& now) {
         return false;
     }
     number_t* const entered = window.data() + window_used;
-    number_t* out = std::copy_n(called.registers.data(), called.names, entered);
-    std::copy_n(now.registers + step.a, step.count, out);
+    number_t* out = entered;
+    for (std::uint32_t i = 0; i < called.names; ++i) {
+        *out++ = called.registers[i];
+    }
+    for (unsigned i = 0; i < step.count; ++i) {
+        *out++ = now.registers[step.a + i];
+    }
     window_used += called.registers.size();
     calls.push_back(now);
     now = {body, called.steps.data(), entered};

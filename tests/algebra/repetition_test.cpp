@@ -126,6 +126,39 @@ TEST_F(repetition, meets_a_limit_that_is_set_later) {
     EXPECT_EQ(again(), "! algebra_t -- evaluation exceeds the limit of 50 steps");
 }
 
+/// The integer view of a value, which a host can bring to light.
+int integer_view(result_t value) {
+    value.type_set(result_t::type_int);
+    return value.int_get();
+}
+
+// A double is truncated before it is rounded: its integer view is 2, its float view 3.
+TEST_F(repetition, gives_a_variable_with_both_its_views) {
+    algebra.assign("a", 2.99999999);
+    algebra.assign("b", 1);
+    algebra.macro_define("same(x)", "x");
+    for (const char* const text : {"a", "b ? a : 7", "b == 2 ? 7 : a", "max(a, b)", "min(9, a)",
+                                   "same(a)", "max(same(a), b - 3)"}) {
+        ASSERT_TRUE(algebra.parse(text)) << text;
+        for (int i = 0; i < 20; ++i) {
+            const result_t value = algebra.evaluate();
+            ASSERT_EQ(integer_view(value), 2) << text << ", run " << i + 1;
+            ASSERT_EQ(value.float_get(), 3.0F) << text << ", run " << i + 1;
+        }
+    }
+}
+
+TEST_F(repetition, computes_with_the_view_of_the_type_alone) {
+    algebra.assign("a", 2.99999999);
+    algebra.assign("b", 1);
+    for (const char* const text : {"a + 0", "+a", "max(a, b) + 0", "(b ? a : 7) * b"}) {
+        ASSERT_TRUE(algebra.parse(text)) << text;
+        for (int i = 0; i < 20; ++i) {
+            ASSERT_EQ(integer_view(algebra.evaluate()), 3) << text << ", run " << i + 1;
+        }
+    }
+}
+
 TEST_F(repetition, keeps_references_while_names_come_and_go) {
     result_t& a = algebra["a"];
     for (int i = 0; i < 500; ++i) {
