@@ -126,7 +126,7 @@ bool one_pass_t::operand_token() {
         return false;
     }
     const lexeme_t& lexeme = lexer.lexeme;
-    argument_t argument;
+    argument_t argument{};
     operand_e kind = operand_e::integer;
     if (lexeme.kind == item_e::name) {
         kind = operand_e::name;

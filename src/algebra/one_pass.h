@@ -29,7 +29,15 @@ struct waiting_operand_t {
 
 /// An operator, parenthesis or call that waits for its operands.
 struct waiting_operator_t {
-    enum kind_e : unsigned char { prefix, infix, assignment, first, second, group, call };
+    enum kind_e : unsigned char {
+        prefix,
+        infix,
+        assignment,
+        first,  ///< a choice that is at its first operand, which a colon ends
+        second, ///< a choice that is at its second operand
+        group,  ///< a parenthesis
+        call    ///< the parenthesis of a call
+    };
 
     kind_e kind;
     opcode_e opcode;      ///< to write

@@ -80,7 +80,7 @@ template <class A> long fail_each(const char* operation, A action) {
         if (message == "not reached") {
             return test::tell(operation, number);
         }
-        // The sort that fixes the order of binding does without the memory it asks for.
+        // Some do without the memory that they ask for.
         if (message == "no exception") {
             continue;
         }
