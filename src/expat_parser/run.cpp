@@ -210,7 +210,7 @@ void run_t::throw_parse_error() {
 
 /// What expat complains of.
 const char* run_t::error_text() const {
-    static_assert(memory_factor == 250 && memory_free == 8388608, "the text names the limit");
+    static_assert(memory_factor == 250 && memory_free == 8388608);
     if (self.memory->is_exceeded()) {
         return "names and values take more memory than 8 MiB and 250 times the input";
     }

@@ -7,6 +7,9 @@ include(${CMAKE_CURRENT_LIST_DIR}/run.cmake)
 
 set(constants ko::lxml::str_empty ko::xpp::default_xpp_uri ko::xpp::default_xpr_uri)
 set(of_loader std::__ioinit __dso_handle completed\\.[0-9]+)
+# Whom a thread charges for memory while it is inside a call of expat, null otherwise: expat does not
+# tell the functions that give it memory for which parser they are called.
+set(of_calls "ko::xml::.anonymous namespace.::current")
 list(JOIN constants "|" constants)
 list(JOIN of_loader "|" of_loader)
 
@@ -34,7 +37,7 @@ foreach(section .data .bss .tdata .tbss)
         set(size ${CMAKE_MATCH_1})
         string(REGEX REPLACE "^\\.hidden |\\(abi:cxx11\\)$" "" name "${CMAKE_MATCH_2}")
         math(EXPR unnamed "${unnamed} - 0x${size}")
-        if(NOT size EQUAL 0 AND NOT name MATCHES "^(${constants}|${of_loader})$")
+        if(NOT size EQUAL 0 AND NOT name MATCHES "^(${constants}|${of_calls}|${of_loader})$")
             message(SEND_ERROR "writable: ${name}, ${size} bytes in ${section}")
         endif()
     endforeach()
