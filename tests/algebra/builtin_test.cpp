@@ -163,8 +163,7 @@ TEST_F(builtin_quad, gives_the_root_with_the_plus_sign) {
 }
 
 TEST_F(builtin_quad, refuses_a_negative_discriminant) {
-    EXPECT_TRUE(
-        test::throws([&] { algebra.evaluate("quad(1, 0, 1)"); }, "quadratic -- non-real result"));
+    EXPECT_THROWS(algebra.evaluate("quad(1, 0, 1)"), "quadratic -- non-real result");
 }
 
 TEST_F(builtin_quad, does_not_test_for_a_of_0) {
@@ -181,8 +180,8 @@ TEST_F(builtin_quad, squares_in_single_and_subtracts_in_double_precision) {
 }
 
 TEST_F(builtin_error, throws_its_text) {
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate("func_error('bad %s gain')"); },
-                             "algebra evaluator -- bad %s gain"));
+    EXPECT_THROWS(algebra.evaluate("func_error('bad %s gain')"),
+                  "algebra evaluator -- bad %s gain");
     EXPECT_EQ(outcome("func_error('')"), "! algebra evaluator -- ");
 }
 

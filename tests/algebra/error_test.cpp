@@ -125,16 +125,16 @@ TEST(null_text, is_an_error) {
     float number = 0;
     const char* const null = nullptr;
     const std::string message = "algebra_t -- null text";
-    EXPECT_TRUE(test::throws([&] { algebra.parse(null); }, message));
-    EXPECT_TRUE(test::throws([&] { algebra.parse(null, tokens); }, message));
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate(null); }, message));
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate(null, value, error); }, message));
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate_safe(null); }, message));
-    EXPECT_TRUE(test::throws([&] { algebra.macro_define("M", null); }, message));
-    EXPECT_TRUE(test::throws([&] { algebra.macro_define(null, "1"); }, message));
-    EXPECT_TRUE(test::throws([&] { algebra.eval_and_assign("x", null); }, message));
-    EXPECT_TRUE(test::throws([&] { ko::alg::algebra(null, value, false); }, message));
-    EXPECT_TRUE(test::throws([&] { ko::alg::algebra(null, number); }, message));
+    EXPECT_THROWS(algebra.parse(null), message);
+    EXPECT_THROWS(algebra.parse(null, tokens), message);
+    EXPECT_THROWS(algebra.evaluate(null), message);
+    EXPECT_THROWS(algebra.evaluate(null, value, error), message);
+    EXPECT_THROWS(algebra.evaluate_safe(null), message);
+    EXPECT_THROWS(algebra.macro_define("M", null), message);
+    EXPECT_THROWS(algebra.macro_define(null, "1"), message);
+    EXPECT_THROWS(algebra.eval_and_assign("x", null), message);
+    EXPECT_THROWS(ko::alg::algebra(null, value, false), message);
+    EXPECT_THROWS(ko::alg::algebra(null, number), message);
 }
 
 } // namespace

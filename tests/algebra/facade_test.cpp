@@ -100,7 +100,7 @@ TEST_F(evaluate_text, gives_the_value) {
 }
 
 TEST_F(evaluate_text, throws_the_parse_error) {
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate("1+"); }, no_right_operand));
+    EXPECT_THROWS(algebra.evaluate("1+"), no_right_operand);
     EXPECT_EQ(algebra.parse_error_get(), no_right_operand);
 }
 
@@ -110,10 +110,10 @@ TEST_F(evaluate_text, becomes_the_program) {
 }
 
 TEST_F(evaluate_text, that_is_blank_throws_the_last_parse_error) {
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate(""); }, ""));
+    EXPECT_THROWS(algebra.evaluate(""), "");
     EXPECT_THROW(algebra.evaluate("1 +"), ko::exception_t);
     EXPECT_EQ(outcome("1 + 1"), "(i) 2");
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate(" "); }, no_right_operand));
+    EXPECT_THROWS(algebra.evaluate(" "), no_right_operand);
 }
 
 TEST_F(evaluate_text, that_is_blank_clears_the_program) {
@@ -218,18 +218,18 @@ TEST(algebra_function, tells_a_failed_parse) {
 
 TEST(algebra_function, throws_for_a_failed_parse_when_asked) {
     result_t value("old");
-    EXPECT_TRUE(test::throws([&] { ko::alg::algebra("2*", value, true); }, no_right_operand));
-    EXPECT_TRUE(test::throws([&] { ko::alg::algebra(" ", value, true); }, ""));
+    EXPECT_THROWS(ko::alg::algebra("2*", value, true), no_right_operand);
+    EXPECT_THROWS(ko::alg::algebra(" ", value, true), "");
     EXPECT_EQ(shown(value), "(s) old");
 }
 
 TEST(algebra_function, always_lets_through_what_parsing_throws) {
     result_t value("old");
     for (const bool throw_errors : {false, true}) {
-        EXPECT_TRUE(test::throws([&] { ko::alg::algebra("'abc", value, throw_errors); },
-                                 "unexpected EOF encountered"));
-        EXPECT_TRUE(test::throws([&] { ko::alg::algebra("1 /'abc", value, throw_errors); },
-                                 "algebra_t::nextc_get() - unexpected end-of-line"));
+        EXPECT_THROWS(ko::alg::algebra("'abc", value, throw_errors),
+                      "unexpected EOF encountered");
+        EXPECT_THROWS(ko::alg::algebra("1 /'abc", value, throw_errors),
+                      "algebra_t::nextc_get() - unexpected end-of-line");
     }
     EXPECT_EQ(shown(value), "(s) old");
 }
@@ -238,7 +238,7 @@ TEST(algebra_function, tells_a_failed_evaluation) {
     result_t value("old");
     EXPECT_FALSE(ko::alg::algebra("1/0", value, false));
     EXPECT_FALSE(ko::alg::algebra("nope", value, false));
-    EXPECT_TRUE(test::throws([&] { ko::alg::algebra("1/0", value, true); }, "divide by zero"));
+    EXPECT_THROWS(ko::alg::algebra("1/0", value, true), "divide by zero");
     EXPECT_EQ(shown(value), "(s) old");
 }
 
@@ -264,7 +264,6 @@ TEST(algebra_function, of_a_float_leaves_it_on_failure) {
     float value = -1;
     EXPECT_FALSE(ko::alg::algebra("2*", value));
     EXPECT_FALSE(ko::alg::algebra("1/0", value));
-    EXPECT_TRUE(
-        test::throws([&] { ko::alg::algebra("'abc", value); }, "unexpected EOF encountered"));
+    EXPECT_THROWS(ko::alg::algebra("'abc", value), "unexpected EOF encountered");
     EXPECT_EQ(value, -1.0f);
 }

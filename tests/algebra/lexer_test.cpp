@@ -217,14 +217,14 @@ TEST_F(lexer_string, is_never_a_parenthesis_nor_a_colon_nor_a_comma) {
 TEST_F(lexer_string, without_an_end_throws) {
     // Such a text gets past the statement reader only from a macro or behind a slash.
     algebra.macro_define("open", "\"abc");
-    EXPECT_TRUE(test::throws([&] { algebra.parse("open"); }, end_of_line));
+    EXPECT_THROWS(algebra.parse("open"), end_of_line);
     algebra.macro_define("open", "'");
-    EXPECT_TRUE(test::throws([&] { algebra.parse("1 + open"); }, end_of_line));
-    EXPECT_TRUE(test::throws([&] { algebra.parse("1 /\"abc"); }, end_of_line));
+    EXPECT_THROWS(algebra.parse("1 + open"), end_of_line);
+    EXPECT_THROWS(algebra.parse("1 /\"abc"), end_of_line);
 }
 
 TEST_F(lexer_string, without_an_end_leaves_the_evaluator_usable) {
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate("1 /'abc"); }, end_of_line));
+    EXPECT_THROWS(algebra.evaluate("1 /'abc"), end_of_line);
     expect({{"1 + 1", "(i) 2"}});
 }
 

@@ -71,20 +71,18 @@ TEST_F(memory, gives_a_copy) {
 
 TEST_F(memory, throws_for_a_missing_name_with_a_line_feed) {
     // The misspelling and the line feed are part of the message.
-    EXPECT_TRUE(test::throws([&] { algebra.get("missing"); },
-                             "get--cound not find variable 'missing'\n"));
+    EXPECT_THROWS(algebra.get("missing"), "get--cound not find variable 'missing'\n");
     EXPECT_FALSE(algebra.find("missing"));
 }
 
 TEST_F(memory, tells_a_missing_name_in_510_characters) {
     const std::string name(600, 'n');
     const std::string whole = "get--cound not find variable '" + name + "'\n";
-    EXPECT_TRUE(test::throws([&] { algebra.get(name); }, whole.substr(0, 510)));
+    EXPECT_THROWS(algebra.get(name), whole.substr(0, 510));
 }
 
 TEST_F(memory, tells_a_missing_name_as_it_is) {
-    EXPECT_TRUE(
-        test::throws([&] { algebra.get("%s%n%d"); }, "get--cound not find variable '%s%n%d'\n"));
+    EXPECT_THROWS(algebra.get("%s%n%d"), "get--cound not find variable '%s%n%d'\n");
 }
 
 TEST_F(memory, is_not_created_by_looking) {
@@ -216,8 +214,7 @@ TEST_F(memory_stack, removes_what_a_diff_used) {
 
 TEST_F(memory_stack, throws_for_a_diff_too_many) {
     algebra.assign("x", 1);
-    EXPECT_TRUE(test::throws([&] { algebra.memory_pop_diff(); },
-                             "algebra_t::memory_pop_diff() -- stack is empty"));
+    EXPECT_THROWS(algebra.memory_pop_diff(), "algebra_t::memory_pop_diff() -- stack is empty");
     EXPECT_EQ(value("x"), "(i) 1");
 }
 
@@ -277,18 +274,17 @@ TEST_F(eval_and_assign, ignores_that_the_parse_failed) {
 
 TEST_F(eval_and_assign, throws_the_parse_error_where_an_operand_is_missing) {
     algebra.assign("x", "old");
-    EXPECT_TRUE(test::throws([&] { algebra.eval_and_assign("x", "* 2"); },
-                             "binary_t::construct() -- expected left operand"));
+    EXPECT_THROWS(algebra.eval_and_assign("x", "* 2"),
+                  "binary_t::construct() -- expected left operand");
     EXPECT_EQ(value("x"), "(s) old");
 }
 
 TEST_F(eval_and_assign, leaves_the_variable_when_it_throws) {
     algebra.assign("x", "old");
-    EXPECT_TRUE(test::throws([&] { algebra.eval_and_assign("x", "nope"); }, undefined("nope")));
-    EXPECT_TRUE(test::throws([&] { algebra.eval_and_assign("x", "'abc"); },
-                             "unexpected EOF encountered"));
+    EXPECT_THROWS(algebra.eval_and_assign("x", "nope"), undefined("nope"));
+    EXPECT_THROWS(algebra.eval_and_assign("x", "'abc"), "unexpected EOF encountered");
     EXPECT_EQ(value("x"), "(s) old");
-    EXPECT_TRUE(test::throws([&] { algebra.eval_and_assign("new", "1/0"); }, "divide by zero"));
+    EXPECT_THROWS(algebra.eval_and_assign("new", "1/0"), "divide by zero");
     EXPECT_FALSE(algebra.find("new"));
 }
 

@@ -89,8 +89,7 @@ TEST(unary_operator, minus_wraps_the_most_negative_integer) {
 }
 
 TEST(unary_operator, minus_takes_no_string) {
-    EXPECT_TRUE(
-        test::throws([] { return -result_t("a"); }, "operator unary '-' -- illegal type"));
+    EXPECT_THROWS(return -result_t("a"), "operator unary '-' -- illegal type");
 }
 
 TEST(unary_operator, plus_gives_the_number) {
@@ -98,8 +97,7 @@ TEST(unary_operator, plus_gives_the_number) {
 }
 
 TEST(unary_operator, plus_takes_no_string) {
-    EXPECT_TRUE(
-        test::throws([] { return +result_t("a"); }, "operator unary '+' -- illegal type"));
+    EXPECT_THROWS(return +result_t("a"), "operator unary '+' -- illegal type");
 }
 
 TEST(unary_operator, complement_inverts_an_integer) {

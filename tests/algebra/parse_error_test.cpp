@@ -140,8 +140,7 @@ TEST_F(parse_failure, of_a_script_function_keeps_the_placeholder_of_its_name) {
 }
 
 TEST_F(parse_failure, of_a_function_is_thrown_with_its_placeholder) {
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate("abs()"); },
-                             "external function %s -- not enough arguments"));
+    EXPECT_THROWS(algebra.evaluate("abs()"), "external function %s -- not enough arguments");
 }
 
 TEST_F(parse_failure, of_a_call_without_parameters_is_an_operator_missing) {
@@ -161,12 +160,12 @@ TEST_F(parse_failure, is_the_first_in_the_order_of_binding) {
 TEST_F(parse_failure, of_a_long_line_is_told_whole) {
     const std::string line = "1 " + std::string(2000, '2');
     EXPECT_EQ(parse_error(line), not_enough(line));
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate(line); }, not_enough(line)));
+    EXPECT_THROWS(algebra.evaluate(line), not_enough(line));
 }
 
 TEST_F(parse_failure, of_a_line_with_percent_signs_is_told_as_it_is) {
     for (const char* line : {"1 %d 2", "'%s%n' '100%'", "1 %s %n 2 %x", "5 '%'"}) {
-        EXPECT_TRUE(test::throws([&] { algebra.evaluate(line); }, not_enough(line)));
+        EXPECT_THROWS(algebra.evaluate(line), not_enough(line));
     }
 }
 

@@ -136,9 +136,8 @@ TEST_F(script_definition, knows_built_in_functions_only_when_it_checks_the_body)
 }
 
 TEST_F(script_definition, throws_what_the_check_of_the_body_throws) {
-    EXPECT_TRUE(test::throws([] { parsed("f(x)", "'abc"); }, "unexpected EOF encountered"));
-    EXPECT_TRUE(test::throws([&] { algebra.macro_define("f(x)", "\"abc"); },
-                             "unexpected EOF encountered"));
+    EXPECT_THROWS(parsed("f(x)", "'abc"), "unexpected EOF encountered");
+    EXPECT_THROWS(algebra.macro_define("f(x)", "\"abc"), "unexpected EOF encountered");
     EXPECT_EQ(definitions(algebra), 0u);
     EXPECT_EQ(outcome("f"), undefined("f"));
 }
@@ -158,9 +157,7 @@ TEST_F(script_definition, that_fails_is_an_ill_formed_macro) {
         {"f(x", "x"},    {"f(x)y", "x"}, {"f(1)", "1"},    {"(x)", "x"},   {"f x", "x"},
         {"f(x)", "x +"}, {"f(x)", ""},   {"f(x)", "g(x)"}, {"2f(x)", "x"}, {"f(,)", "1"}};
     for (const test::case_t& c : cases) {
-        EXPECT_TRUE(
-            test::throws([&] { algebra.macro_define(c.expression, c.outcome); }, ill_formed))
-            << c.expression;
+        EXPECT_THROWS(algebra.macro_define(c.expression, c.outcome), ill_formed) << c.expression;
     }
     EXPECT_EQ(definitions(algebra), 0u);
 }
@@ -169,8 +166,8 @@ TEST_F(script_definition, is_not_checked_against_the_evaluator_s_own_functions) 
     // A call with arguments of anything but a built-in function is refused.
     algebra.macro_define("sq(x)", "x*x");
     algebra.define("host", [](algebra_t&, result_t value) { return value; });
-    EXPECT_TRUE(test::throws([&] { algebra.macro_define("f(x)", "sq(x)"); }, ill_formed));
-    EXPECT_TRUE(test::throws([&] { algebra.macro_define("f(x)", "host(x)"); }, ill_formed));
+    EXPECT_THROWS(algebra.macro_define("f(x)", "sq(x)"), ill_formed);
+    EXPECT_THROWS(algebra.macro_define("f(x)", "host(x)"), ill_formed);
 }
 
 TEST_F(script_definition, leaves_the_parse_error_and_the_program_alone) {

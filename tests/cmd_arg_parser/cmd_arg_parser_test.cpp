@@ -102,10 +102,8 @@ TEST(cmd_arg_parser, refuses_null) {
     const std::string name = "ko::util::cmd_arg_parser_t::cmd_arg_parser_t() -- ";
     std::string program = "program";
     char* argv[] = {program.data(), nullptr};
-    EXPECT_TRUE(test::throws([] { ko::util::cmd_arg_parser_t parser(1, nullptr); },
-                             name + "argv is null"));
-    EXPECT_TRUE(test::throws([&] { ko::util::cmd_arg_parser_t parser(2, argv); },
-                             name + "argv[1] is null"));
+    EXPECT_THROWS(ko::util::cmd_arg_parser_t parser(1, nullptr), name + "argv is null");
+    EXPECT_THROWS(ko::util::cmd_arg_parser_t parser(2, argv), name + "argv[1] is null");
 }
 
 TEST(cmd_arg_parser, owns_its_words) {

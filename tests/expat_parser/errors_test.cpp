@@ -15,7 +15,7 @@ using test::events_t;
 using test::expat_failure;
 using test::parse_error_message;
 using test::recorder_t;
-using test::throws_code;
+using test::throws;
 
 /// A recorder that throws `error` at the first event that is `line` and notes the position.
 template <class E> class thrower_t : public recorder_t {
@@ -37,11 +37,11 @@ const char* const three_lines = "<a>\n<b/>\n<c/><d/></a>";
 TEST(expat_parser, reports_malformed_text_in_the_words_of_expat) {
     for (const char* text : {"<a></b>", "", "  ", "<a>\n <b>\n</a>", "<a b='1' b='2'/>", "<a/>x",
                              "<a>&none;</a>", "x", "<a b=1/>", "<p:a/>", "<a>]]></a>"}) {
-        EXPECT_TRUE(throws_code([&] { recorder_t().parse_buffer(text); }, xml_parse_error,
-                                parse_error_message(text)));
+        EXPECT_THROWS(recorder_t().parse_buffer(text), xml_parse_error,
+                      parse_error_message(text));
         const test::temp_dir_t dir;
-        EXPECT_TRUE(throws_code([&] { recorder_t().parse(dir.write("a.xml", text)); },
-                                xml_parse_error, parse_error_message(text)));
+        EXPECT_THROWS(recorder_t().parse(dir.write("a.xml", text)), xml_parse_error,
+                      parse_error_message(text));
     }
 }
 
@@ -62,9 +62,8 @@ TEST(expat_parser, throws_the_errorcode_of_a_callback_with_its_whole_text) {
     EXPECT_ANY_THROW(thrower.parse_buffer(three_lines));
     EXPECT_EQ(thrower.position.rfind("line=3 column=", 0), 0u);
     thrower_t<ko::errorcode_t> again("start c", error);
-    EXPECT_TRUE(
-        throws_code([&] { again.parse_buffer(three_lines); }, xml_element_missing,
-                    "m: xml element missing " + thrower.position + ": xml element missing"));
+    EXPECT_THROWS(again.parse_buffer(three_lines), xml_element_missing,
+                  "m: xml element missing " + thrower.position + ": xml element missing");
 }
 
 TEST(expat_parser, makes_no_callback_after_one_that_threw) {
@@ -135,8 +134,7 @@ TEST(expat_parser, is_only_silenced_by_an_errorcode_that_means_no_error) {
 TEST(expat_parser, reports_malformed_text_rather_than_a_callback_of_the_same_call) {
     const char* const text = "<a>\n<b/></c>";
     thrower_t<ko::errorcode_t> thrower("start b", ko::errorcode_t(xml_element_missing));
-    EXPECT_TRUE(throws_code([&] { thrower.parse_buffer(text); }, xml_parse_error,
-                            parse_error_message(text)));
+    EXPECT_THROWS(thrower.parse_buffer(text), xml_parse_error, parse_error_message(text));
     EXPECT_EQ(thrower.events.back(), "start b");
 }
 
@@ -158,11 +156,10 @@ TEST(expat_parser, reads_one_document_only) {
     recorder_t recorder;
     recorder.parse_buffer("<a/>");
     const std::string message = finished + " " + recorder.position_describe();
-    EXPECT_TRUE(throws_code([&] { recorder.parse_buffer("<b/>"); }, xml_parse_error,
-                            message + ": xml parse error"));
+    EXPECT_THROWS(recorder.parse_buffer("<b/>"), xml_parse_error, message + ": xml parse error");
     const test::temp_dir_t dir;
-    EXPECT_TRUE(throws_code([&] { recorder.parse(dir.write("c.xml", "<c/>")); }, xml_parse_error,
-                            message + ": xml parse error"));
+    EXPECT_THROWS(recorder.parse(dir.write("c.xml", "<c/>")), xml_parse_error,
+                  message + ": xml parse error");
     EXPECT_EQ(recorder.events, (events_t{"start a", "end a"}));
 }
 
@@ -170,8 +167,7 @@ TEST(expat_parser, reads_no_other_document_after_one_that_failed) {
     const char* const text = "<a></b>";
     recorder_t recorder;
     EXPECT_ANY_THROW(recorder.parse_buffer(text));
-    EXPECT_TRUE(throws_code([&] { recorder.parse_buffer("<b/>"); }, xml_parse_error,
-                            parse_error_message(text)));
+    EXPECT_THROWS(recorder.parse_buffer("<b/>"), xml_parse_error, parse_error_message(text));
 }
 
 TEST(expat_parser, does_not_go_on_where_a_callback_stopped_it) {
@@ -183,8 +179,8 @@ TEST(expat_parser, does_not_go_on_where_a_callback_stopped_it) {
         thrower.parse(dir.write("b.xml", "</a>"));
     };
     const std::string finished = XML_ErrorString(XML_ERROR_FINISHED);
-    EXPECT_TRUE(throws_code(again, xml_parse_error,
-                            finished + " " + thrower.position_describe() + ": xml parse error"));
+    EXPECT_TRUE(throws(again, xml_parse_error,
+                       finished + " " + thrower.position_describe() + ": xml parse error"));
 }
 
 TEST(expat_parser, refuses_to_be_used_by_its_own_callbacks) {

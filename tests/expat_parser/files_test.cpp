@@ -18,7 +18,6 @@ using namespace ko::errorcode;
 using test::events_t;
 using test::recorder_t;
 using test::temp_dir_t;
-using test::throws_code;
 
 /// The number of descriptors that this process has open.
 long open_files() {
@@ -29,29 +28,28 @@ long open_files() {
 TEST(expat_parser_file, that_is_empty_has_no_element) {
     const temp_dir_t dir;
     recorder_t recorder;
-    EXPECT_TRUE(throws_code([&] { recorder.parse(dir.write("empty.xml", "")); }, xml_parse_error,
-                            test::parse_error_message("")));
+    EXPECT_THROWS(recorder.parse(dir.write("empty.xml", "")), xml_parse_error,
+                  test::parse_error_message(""));
     EXPECT_EQ(recorder.events, events_t{});
 }
 
 TEST(expat_parser_file, that_is_missing_is_an_open_error_with_its_name) {
     recorder_t recorder;
-    EXPECT_TRUE(throws_code([&] { recorder.parse("/nowhere/missing 100%s.xml"); }, xml_file_open,
-                            "/nowhere/missing 100%s.xml: xml file open failure"));
+    EXPECT_THROWS(recorder.parse("/nowhere/missing 100%s.xml"), xml_file_open,
+                  "/nowhere/missing 100%s.xml: xml file open failure");
     EXPECT_EQ(recorder.events, events_t{});
 }
 
 TEST(expat_parser_file, with_an_empty_name_is_an_open_error) {
     recorder_t recorder;
-    EXPECT_TRUE(
-        throws_code([&] { recorder.parse(""); }, xml_file_open, ": xml file open failure"));
+    EXPECT_THROWS(recorder.parse(""), xml_file_open, ": xml file open failure");
 }
 
 TEST(expat_parser_file, that_is_a_directory_is_a_read_error) {
     const temp_dir_t dir;
     recorder_t recorder;
-    EXPECT_TRUE(throws_code([&] { recorder.parse(dir.path()); }, xml_file_read,
-                            dir.path() + ": xml file read failure"));
+    EXPECT_THROWS(recorder.parse(dir.path()), xml_file_read,
+                  dir.path() + ": xml file read failure");
     EXPECT_EQ(recorder.events, events_t{});
 }
 
@@ -61,16 +59,14 @@ TEST(expat_parser_file, that_must_not_be_read_is_an_open_error) {
     chmod(path.c_str(), 0);
     const test::ordinary_user_t user(dir.path());
     recorder_t recorder;
-    EXPECT_TRUE(throws_code([&] { recorder.parse(path); }, xml_file_open,
-                            path + ": xml file open failure"));
+    EXPECT_THROWS(recorder.parse(path), xml_file_open, path + ": xml file open failure");
 }
 
 TEST(expat_parser_file, below_another_file_is_an_open_error) {
     const temp_dir_t dir;
     const std::string path = dir.write("a.xml", "<a/>") + "/b.xml";
     recorder_t recorder;
-    EXPECT_TRUE(throws_code([&] { recorder.parse(path); }, xml_file_open,
-                            path + ": xml file open failure"));
+    EXPECT_THROWS(recorder.parse(path), xml_file_open, path + ": xml file open failure");
 }
 
 TEST(expat_parser_file, that_is_cut_while_it_is_read_is_a_parse_error) {

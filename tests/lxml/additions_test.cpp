@@ -10,7 +10,6 @@ using namespace ko::lxml;
 using test::loaded_t;
 using test::printed;
 using test::shape;
-using test::throws;
 
 const char* const text = "<p:a xmlns:p='urn:x' b='1' p:b='2'>t<c d='3'/><e/><c xmlns='urn:y'/>"
                          "<c><![CDATA[data]]></c></p:a>";
@@ -75,14 +74,13 @@ TEST_F(additions, insert_before_puts_a_child_before_another) {
 
 TEST_F(additions, insert_before_refuses_what_append_refuses_and_strangers) {
     loaded_t other("<o/>");
-    EXPECT_TRUE(throws([&] { root->insert_before(nullptr, nullptr); },
-                       "element_t::append() -- given element is null"));
-    EXPECT_TRUE(throws([&] { root->insert_before(root, nullptr); },
-                       "element_t::append() -- an element cannot hold itself"));
-    EXPECT_TRUE(throws([&] { root->insert_before(other.doc.root, nullptr); },
-                       "elements cannot span documents"));
-    EXPECT_TRUE(throws([&] { root->insert_before(tree.find("e"), root); },
-                       "element_t::insert_before() -- not a child of the element"));
+    EXPECT_THROWS(root->insert_before(nullptr, nullptr),
+                  "element_t::append() -- given element is null");
+    EXPECT_THROWS(root->insert_before(root, nullptr),
+                  "element_t::append() -- an element cannot hold itself");
+    EXPECT_THROWS(root->insert_before(other.doc.root, nullptr), "elements cannot span documents");
+    EXPECT_THROWS(root->insert_before(tree.find("e"), root),
+                  "element_t::insert_before() -- not a child of the element");
 }
 
 TEST_F(additions, child_erase_unlinks_and_frees_a_child_with_its_descendants) {
@@ -94,8 +92,8 @@ TEST_F(additions, child_erase_unlinks_and_frees_a_child_with_its_descendants) {
 
 TEST_F(additions, child_erase_refuses_what_is_no_child) {
     const char* const message = "element_t::child_erase() -- not a child of the element";
-    EXPECT_TRUE(throws([&] { root->child_erase(root); }, message));
-    EXPECT_TRUE(throws([&] { root->child_erase(nullptr); }, message));
+    EXPECT_THROWS(root->child_erase(root), message);
+    EXPECT_THROWS(root->child_erase(nullptr), message);
 }
 
 TEST_F(additions, clone_whole_keeps_texts_and_cdata) {

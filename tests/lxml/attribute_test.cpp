@@ -57,8 +57,8 @@ TEST_F(attribute, can_be_set_to_texts_of_its_own_document) {
 }
 
 TEST_F(attribute, needs_an_atom_table) {
-    EXPECT_TRUE(test::throws([] { const attribute_t made(nullptr, 0, 0, ""); },
-                             "node_t::node_t() -- atom table is null"));
+    EXPECT_THROWS(const attribute_t made(nullptr, 0, 0, ""),
+                  "node_t::node_t() -- atom table is null");
 }
 
 TEST_F(attribute, keeps_its_identity_when_set_again) {

@@ -9,7 +9,6 @@ namespace {
 using namespace ko::lxml;
 using test::loaded_t;
 using test::shape;
-using test::throws;
 
 TEST(child_remove, unlinks_an_element_and_frees_its_descendants) {
     loaded_t tree("<a><b><c><d/></c></b><e/></a>");
@@ -84,8 +83,8 @@ TEST(child_remove, notices_a_descendant_that_is_linked_twice) {
     loaded_t tree("<a><b/><x/></a>");
     element_t* const x = tree.find("x");
     x->append(tree.find("b"));
-    EXPECT_TRUE(throws([&] { tree.doc.root->child_remove(x); },
-                       "element_free() -- given element not in document"));
+    EXPECT_THROWS(tree.doc.root->child_remove(x),
+                  "element_free() -- given element not in document");
 }
 
 } // namespace

@@ -9,7 +9,6 @@ namespace {
 using namespace ko::lxml;
 using test::loaded_t;
 using test::shape;
-using test::throws;
 
 const char* const not_owned = "element_free() -- given element not in document";
 
@@ -33,10 +32,10 @@ TEST(node, of_the_other_kind_is_an_error) {
     const node_t* const attribute = e->attribute_get("a");
     const char* const no_element = "node cannot be coverted to element";
     const char* const no_attribute = "node cannot be coverted to attribute";
-    EXPECT_TRUE(throws([&] { attribute->as_element(); }, no_element));
-    EXPECT_TRUE(throws([&] { e->attribute_get("a")->as_element(); }, no_element));
-    EXPECT_TRUE(throws([&] { element->as_attribute(); }, no_attribute));
-    EXPECT_TRUE(throws([&] { e->as_attribute(); }, no_attribute));
+    EXPECT_THROWS(attribute->as_element(), no_element);
+    EXPECT_THROWS(e->attribute_get("a")->as_element(), no_element);
+    EXPECT_THROWS(element->as_attribute(), no_attribute);
+    EXPECT_THROWS(e->as_attribute(), no_attribute);
 }
 
 TEST(node, knows_its_names) {
@@ -85,17 +84,15 @@ TEST(append, does_not_check_whether_the_child_is_linked_already) {
 TEST(append, refuses_an_element_of_another_document) {
     loaded_t tree("<a/>");
     loaded_t other("<b/>");
-    EXPECT_TRUE(
-        throws([&] { tree.doc.root->append(other.doc.root); }, "elements cannot span documents"));
+    EXPECT_THROWS(tree.doc.root->append(other.doc.root), "elements cannot span documents");
     EXPECT_EQ(shape(tree.doc.root), "a");
 }
 
 TEST(append, refuses_null_and_the_element_itself) {
     loaded_t tree("<a/>");
-    EXPECT_TRUE(throws([&] { tree.doc.root->append(nullptr); },
-                       "element_t::append() -- given element is null"));
-    EXPECT_TRUE(throws([&] { tree.doc.root->append(tree.doc.root); },
-                       "element_t::append() -- an element cannot hold itself"));
+    EXPECT_THROWS(tree.doc.root->append(nullptr), "element_t::append() -- given element is null");
+    EXPECT_THROWS(tree.doc.root->append(tree.doc.root),
+                  "element_t::append() -- an element cannot hold itself");
 }
 
 TEST(clone, copies_names_attributes_and_children) {
@@ -170,7 +167,7 @@ TEST(children_delete, of_a_leaf_changes_nothing) {
 TEST(children_delete, notices_an_element_that_is_linked_twice) {
     loaded_t tree("<a><b/><c/></a>");
     tree.doc.root->append(tree.find("b"));
-    EXPECT_TRUE(throws([&] { tree.doc.root->children_delete(); }, not_owned));
+    EXPECT_THROWS(tree.doc.root->children_delete(), not_owned);
     EXPECT_EQ(tree.doc.elements, document_t::elements_t{tree.doc.root});
     EXPECT_EQ(shape(tree.doc.root), "a");
 }
@@ -178,7 +175,7 @@ TEST(children_delete, notices_an_element_that_is_linked_twice) {
 TEST(children_delete, notices_a_parent_that_is_linked_twice) {
     loaded_t tree("<a><b><c/></b><d/></a>");
     tree.find("d")->append(tree.find("b"));
-    EXPECT_TRUE(throws([&] { tree.doc.root->children_delete(); }, not_owned));
+    EXPECT_THROWS(tree.doc.root->children_delete(), not_owned);
     EXPECT_EQ(shape(tree.doc.root), "a(d)");
 }
 

@@ -15,7 +15,6 @@ using namespace ko::lxml;
 using test::loaded_t;
 using test::shape;
 using test::temp_dir_t;
-using test::throws_code;
 
 /// What `action` writes to standard output; an exception of it is swallowed.
 template <class A> std::string output_of(A&& action) {
@@ -51,20 +50,19 @@ TEST(load, reports_a_failure_on_standard_output) {
 TEST(load, throws_the_error_of_the_reader_where_the_line_cannot_be_written) {
     document_t doc;
     const test::broken_output_t broken;
-    EXPECT_TRUE(throws_code([&] { doc.load("/nowhere/a.xml"); }, xml_file_open,
-                            "/nowhere/a.xml: xml file open failure"));
+    EXPECT_THROWS(doc.load("/nowhere/a.xml"), xml_file_open,
+                  "/nowhere/a.xml: xml file open failure");
 }
 
 TEST(load, throws_the_error_of_the_reader) {
     const temp_dir_t dir;
     document_t doc;
     testing::internal::CaptureStdout();
-    EXPECT_TRUE(throws_code([&] { doc.load("/nowhere/a.xml"); }, xml_file_open,
-                            "/nowhere/a.xml: xml file open failure"));
-    EXPECT_TRUE(throws_code([&] { doc.load(dir.path()); }, xml_file_read,
-                            dir.path() + ": xml file read failure"));
-    EXPECT_TRUE(throws_code([&] { doc.load(dir.write("bad.xml", "<a>\n</b>")); }, xml_parse_error,
-                            test::parse_error_message("<a>\n</b>")));
+    EXPECT_THROWS(doc.load("/nowhere/a.xml"), xml_file_open,
+                  "/nowhere/a.xml: xml file open failure");
+    EXPECT_THROWS(doc.load(dir.path()), xml_file_read, dir.path() + ": xml file read failure");
+    EXPECT_THROWS(doc.load(dir.write("bad.xml", "<a>\n</b>")), xml_parse_error,
+                  test::parse_error_message("<a>\n</b>"));
     testing::internal::GetCapturedStdout();
 }
 
@@ -118,8 +116,7 @@ TEST(load_from_string, builds_the_tree_of_a_text) {
 TEST(load_from_string, throws_the_error_of_the_reader_without_output) {
     document_t doc;
     EXPECT_EQ(output_of([&] { doc.load_from_string("<a>"); }), "");
-    EXPECT_TRUE(throws_code([&] { doc.load_from_string("<a>"); }, xml_parse_error,
-                            test::parse_error_message("<a>")));
+    EXPECT_THROWS(doc.load_from_string("<a>"), xml_parse_error, test::parse_error_message("<a>"));
 }
 
 TEST(load_from_string_raw, leaves_the_root_alone) {

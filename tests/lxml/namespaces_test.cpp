@@ -85,9 +85,8 @@ TEST(namespaces, that_begin_with_a_double_quote_are_read_as_quoted) {
     EXPECT_EQ(root_in("&#34;x&#34;"), "b in x");
     EXPECT_EQ(root_in("&#34;x"), "x|b|p in ");
     EXPECT_EQ(root_in("&#34;&#34;"), "p in b");
-    EXPECT_TRUE(test::throws_code([] { root_in("&#34;x&#34;y"); },
-                                  ko::errorcode::xml_rethrow_exception,
-                                  "error parsing uri : got 4 tokens line=1 column=0: xml error"));
+    EXPECT_THROWS(root_in("&#34;x&#34;y"), ko::errorcode::xml_rethrow_exception,
+                  "error parsing uri : got 4 tokens line=1 column=0: xml error");
 }
 
 TEST(split_ns, splits_at_the_first_colon) {

@@ -16,15 +16,13 @@
 namespace {
 
 using namespace ko::lxml;
-using test::throws;
 
 class save_atomically : public testing::Test {
 protected:
     void save(const std::string& path) { tree.doc.save_atomically(path, {false, -1}); }
 
     void expect_failure(const char* action, const std::string& path) {
-        EXPECT_TRUE(
-            throws([&] { save(path); }, "error " + std::string(action) + " file " + path));
+        EXPECT_THROWS(save(path), "error " + std::string(action) + " file " + path);
     }
 
     /// The names in the folder.
@@ -117,8 +115,8 @@ TEST_F(save_atomically, takes_the_longest_name) {
 
 TEST_F(save_atomically, of_what_cannot_be_written_leaves_the_old_file) {
     tree.doc.root->text = "\1";
-    EXPECT_TRUE(throws([&] { save(dir.write("a.xml", "old")); },
-                       "document_t::write() -- the text of 'a' cannot be written as XML"));
+    EXPECT_THROWS(save(dir.write("a.xml", "old")),
+                  "document_t::write() -- the text of 'a' cannot be written as XML");
     EXPECT_EQ(dir.read("a.xml"), "old");
     EXPECT_EQ(listed(), " a.xml");
 }

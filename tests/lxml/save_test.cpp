@@ -13,7 +13,6 @@ namespace {
 using namespace ko::lxml;
 using test::loaded_t;
 using test::temp_dir_t;
-using test::throws;
 
 /// The bytes of the file that a document is saved to.
 std::string saved(document_t& doc, bool trim = false, bool pretty = false) {
@@ -66,8 +65,7 @@ TEST(save, to_a_place_that_cannot_be_opened_is_an_error) {
     loaded_t tree("<r/>");
     for (const std::string& path : {dir.path(), dir.write("a.xml", "<a/>") + "/b.xml",
                                     std::string("/nowhere/100%s.xml"), std::string()}) {
-        EXPECT_TRUE(
-            throws([&] { tree.doc.save(path, false, false); }, "error opening file " + path));
+        EXPECT_THROWS(tree.doc.save(path, false, false), "error opening file " + path);
     }
 }
 
@@ -77,7 +75,7 @@ TEST(save, to_a_file_that_must_not_be_written_is_an_error) {
     chmod(path.c_str(), 0444);
     const test::ordinary_user_t user(dir.path());
     loaded_t tree("<r/>");
-    EXPECT_TRUE(throws([&] { tree.doc.save(path, false, false); }, "error opening file " + path));
+    EXPECT_THROWS(tree.doc.save(path, false, false), "error opening file " + path);
     EXPECT_EQ(dir.read("a.xml"), "kept");
 }
 
@@ -85,18 +83,16 @@ TEST(save, to_a_full_device_is_an_error) {
     loaded_t small("<r/>");
     loaded_t large("<r>" + std::string(100000, 'x') + "</r>");
     for (const bool pretty : {false, true}) {
-        EXPECT_TRUE(throws([&] { small.doc.save("/dev/full", false, pretty); },
-                           "error writing file /dev/full"));
-        EXPECT_TRUE(throws([&] { large.doc.save("/dev/full", false, pretty); },
-                           "error writing file /dev/full"));
+        EXPECT_THROWS(small.doc.save("/dev/full", false, pretty), "error writing file /dev/full");
+        EXPECT_THROWS(large.doc.save("/dev/full", false, pretty), "error writing file /dev/full");
     }
 }
 
 TEST(save, cuts_its_messages_as_the_library_does) {
     loaded_t tree("<r/>");
     const std::string path = "/nowhere/" + std::string(600, 'x');
-    EXPECT_TRUE(throws([&] { tree.doc.save(path, false, false); },
-                       ("error opening file " + path).substr(0, 510)));
+    EXPECT_THROWS(tree.doc.save(path, false, false),
+                  ("error opening file " + path).substr(0, 510));
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 namespace {
 
 using namespace ko::lxml;
-using test::throws;
 
 std::string shown(const xpath_t& path);
 
@@ -96,7 +95,7 @@ TEST(path, has_a_filter_a_step) {
 TEST(path, that_goes_on_is_an_error_expecting_its_end) {
     for (const char* text : {"a b", "a-b", "*", "..*", "a]", "a=\"1\"", "p:q:r", "a[b]c",
                              "a[b][c]", "@@a", "\xC3\xA4", "a\"b\"", "a:@b"}) {
-        EXPECT_TRUE(throws([&] { parsed(text); }, "parse error : expecting ")) << text;
+        EXPECT_THROWS(parsed(text), "parse error : expecting ") << text;
     }
 }
 
@@ -122,14 +121,14 @@ TEST(path, with_a_wrong_filter_is_an_error_with_both_characters) {
         {"a[b\xC3]", "parse error : expecting ], got \xC3"},
     };
     for (const error_case_t& c : cases) {
-        EXPECT_TRUE(throws([&] { parsed(c.text); }, c.message)) << c.text;
+        EXPECT_THROWS(parsed(c.text), c.message) << c.text;
     }
 }
 
 TEST(path, with_an_unterminated_quote_is_an_error_expecting_a_quote) {
     for (const char* text : {"\"", "\"abc", "a/\"b", "\"urn:z", "p:\"x", "@\"x", "a[\"b]",
                              "a[b=\"7]", "a[b=\"", "\"urn:z\":\""}) {
-        EXPECT_TRUE(throws([&] { parsed(text); }, "parse error : expecting \", got ")) << text;
+        EXPECT_THROWS(parsed(text), "parse error : expecting \", got ") << text;
     }
 }
 
@@ -150,14 +149,14 @@ TEST(path, can_be_read_again_into_the_same_object) {
 }
 
 TEST(path, that_is_null_is_an_error) {
-    EXPECT_TRUE(throws([] { xpath_t().parse(nullptr); }, "path is null"));
-    EXPECT_TRUE(throws([] { xname_t()._parse(nullptr); }, "path is null"));
+    EXPECT_THROWS(xpath_t().parse(nullptr), "path is null");
+    EXPECT_THROWS(xname_t()._parse(nullptr), "path is null");
 }
 
 TEST(path, that_is_null_leaves_an_earlier_one) {
     xpath_t path;
     path.parse("a/b[c]");
-    EXPECT_TRUE(throws([&] { path.parse(nullptr); }, "path is null"));
+    EXPECT_THROWS(path.parse(nullptr), "path is null");
     EXPECT_EQ(path.steps.size(), 2U);
 }
 
@@ -189,8 +188,8 @@ TEST(path, may_nest_filters_200_levels_deep) {
 
 TEST(path, with_filters_nested_deeper_is_an_error) {
     const char* const message = "path filters nested more than 200 levels deep";
-    EXPECT_TRUE(throws([] { parsed(nested(201)); }, message));
-    EXPECT_TRUE(throws([] { parsed(nested(1000000)); }, message));
+    EXPECT_THROWS(parsed(nested(201)), message);
+    EXPECT_THROWS(parsed(nested(1000000)), message);
 }
 
 TEST(path, counts_only_filters_that_are_open) {
@@ -223,7 +222,7 @@ TEST(path_cursor, consumes_the_character_that_is_next) {
 
 TEST(path_cursor, stays_where_it_is_when_another_character_is_next) {
     const char* p = "ab";
-    EXPECT_TRUE(throws([&] { assert_char(p, 'x'); }, "parse error : expecting x, got a"));
+    EXPECT_THROWS(assert_char(p, 'x'), "parse error : expecting x, got a");
     EXPECT_STREQ(p, "ab");
 }
 
@@ -239,10 +238,10 @@ TEST(path_cursor, never_leaves_the_text) {
 TEST(path_cursor, that_is_null_is_an_error) {
     const char* p = nullptr;
     std::string out = "before";
-    EXPECT_TRUE(throws([&] { assert_char(p, 'x'); }, "path is null"));
-    EXPECT_TRUE(throws([&] { check_char(p, 'x'); }, "path is null"));
-    EXPECT_TRUE(throws([&] { peek_char(p, 'x'); }, "path is null"));
-    EXPECT_TRUE(throws([&] { copy_str(p, out); }, "path is null"));
+    EXPECT_THROWS(assert_char(p, 'x'), "path is null");
+    EXPECT_THROWS(check_char(p, 'x'), "path is null");
+    EXPECT_THROWS(peek_char(p, 'x'), "path is null");
+    EXPECT_THROWS(copy_str(p, out), "path is null");
     EXPECT_EQ(out, "before");
 }
 

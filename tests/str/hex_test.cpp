@@ -74,10 +74,8 @@ TEST(hex, takes_null_data_when_there_is_nothing_to_do) {
 
 TEST(hex, refuses_null_data_otherwise) {
     std::string some = "0aff";
-    EXPECT_TRUE(test::throws([] { ko::str::bin2ascii(nullptr, 1); },
-                             "ko::str::bin2ascii() -- data is null"));
-    EXPECT_TRUE(test::throws([&] { ko::str::ascii2bin(some, nullptr, 1); },
-                             "ko::str::ascii2bin() -- data is null"));
+    EXPECT_THROWS(ko::str::bin2ascii(nullptr, 1), "ko::str::bin2ascii() -- data is null");
+    EXPECT_THROWS(ko::str::ascii2bin(some, nullptr, 1), "ko::str::ascii2bin() -- data is null");
 }
 
 } // namespace

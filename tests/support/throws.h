@@ -31,7 +31,7 @@ template <class A> testing::AssertionResult throws(A&& action, const std::string
 
 /// Succeeds when `action` throws a `ko::errorcode_t` with this code and whole message.
 template <class A>
-testing::AssertionResult throws_code(A&& action, unsigned long code, const std::string& message) {
+testing::AssertionResult throws(A&& action, unsigned long code, const std::string& message) {
     try {
         action();
     } catch (const ko::errorcode_t& e) {
@@ -56,3 +56,7 @@ template <class A> unsigned long code_of(A&& action) {
 }
 
 } // namespace test
+
+/// Expects that a statement throws a `ko::exception_t` with a whole message, or, with a code
+/// before it, a `ko::errorcode_t`. Usage: EXPECT_THROWS(cache.get(""), "empty name")
+#define EXPECT_THROWS(action, ...) EXPECT_TRUE(test::throws([&] { action; }, __VA_ARGS__))

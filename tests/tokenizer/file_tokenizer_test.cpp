@@ -189,10 +189,8 @@ TEST_F(file_tokenizer, reads_and_writes_large_files) {
 
 TEST_F(file_tokenizer, refuses_a_null_path) {
     loaded("a\n");
-    EXPECT_TRUE(test::throws([&] { tokenizer.load(nullptr); },
-                             "ko::file_tokenizer_t::load() -- path is null"));
-    EXPECT_TRUE(test::throws([&] { tokenizer.save_as(nullptr); },
-                             "ko::file_tokenizer_t::save_as() -- path is null"));
+    EXPECT_THROWS(tokenizer.load(nullptr), "ko::file_tokenizer_t::load() -- path is null");
+    EXPECT_THROWS(tokenizer.save_as(nullptr), "ko::file_tokenizer_t::save_as() -- path is null");
     EXPECT_EQ(tokenizer, tokens_t{"a"});
 }
 

@@ -72,10 +72,8 @@ TEST(in_place_tokenizer, points_into_the_text) {
 TEST(in_place_tokenizer, refuses_null) {
     const std::string name = "ko::in_place_tokenizer_t::in_place_tokenizer_t() -- ";
     const char* no_block = nullptr;
-    EXPECT_TRUE(test::throws([&] { ko::in_place_tokenizer_t tokenizer(no_block); },
-                             name + "block is null"));
-    EXPECT_TRUE(test::throws([] { ko::in_place_tokenizer_t tokenizer(nullptr, ','); },
-                             name + "text is null"));
+    EXPECT_THROWS(ko::in_place_tokenizer_t tokenizer(no_block), name + "block is null");
+    EXPECT_THROWS(ko::in_place_tokenizer_t tokenizer(nullptr, ','), name + "text is null");
 }
 
 } // namespace

@@ -50,8 +50,8 @@ TEST_F(insert_argument, is_seen_by_directives_and_may_be_changed_by_them) {
 
 TEST_F(insert_argument, refuses_null) {
     const char* null = nullptr;
-    EXPECT_TRUE(test::throws([&] { preprocessor.insert_argument("v", null); },
-                             "preprocessor_t::insert_argument() -- value is null"));
+    EXPECT_THROWS(preprocessor.insert_argument("v", null),
+                  "preprocessor_t::insert_argument() -- value is null");
 }
 
 class set_namespace : public test::preprocessor_test_t {

@@ -110,9 +110,8 @@ TEST_F(include, errors_of_the_parser_propagate_with_their_code) {
     write("main.xml", "<a/><x:include file='part.xml'/>");
     dir.write("part.xml", "<a></b>");
     const std::string line = test::standard_output([&] {
-        EXPECT_TRUE(test::throws_code([&] { process_file("main.xml"); },
-                                      ko::errorcode::xml_parse_error,
-                                      "mismatched tag line=1 column=5: xml parse error"));
+        EXPECT_THROWS(process_file("main.xml"), ko::errorcode::xml_parse_error,
+                      "mismatched tag line=1 column=5: xml parse error");
     });
     EXPECT_EQ(line, "Caught exception in " + dir.path("part.xml") + "\n");
     dir.write("part.xml", "<a><b/></a>");
@@ -123,9 +122,8 @@ TEST_F(include, of_a_directory_is_a_read_error) {
     write("main.xml", "<x:include file='part.xml'/>");
     const std::string path = dir.make_dir("part.xml");
     test::standard_output([&] {
-        EXPECT_TRUE(test::throws_code([&] { process_file("main.xml"); },
-                                      ko::errorcode::xml_file_read,
-                                      path + ": xml file read failure"));
+        EXPECT_THROWS(process_file("main.xml"), ko::errorcode::xml_file_read,
+                      path + ": xml file read failure");
     });
 }
 
@@ -138,9 +136,8 @@ TEST_F(include, of_an_empty_file_is_a_parse_error) {
     write("main.xml", "<x:include file='part.xml'/>");
     dir.write("part.xml", "");
     test::standard_output([&] {
-        EXPECT_TRUE(test::throws_code([&] { process_file("main.xml"); },
-                                      ko::errorcode::xml_parse_error,
-                                      test::parse_error_message("")));
+        EXPECT_THROWS(process_file("main.xml"), ko::errorcode::xml_parse_error,
+                      test::parse_error_message(""));
     });
 }
 
@@ -288,8 +285,8 @@ TEST_F(search_path, is_used_for_exactly_true) {
 }
 
 TEST_F(search_path, refuses_an_empty_directory) {
-    EXPECT_TRUE(test::throws([&] { preprocessor.search_path_add(""); },
-                             "preprocessor_t::search_path_add() -- empty directory"));
+    EXPECT_THROWS(preprocessor.search_path_add(""),
+                  "preprocessor_t::search_path_add() -- empty directory");
     EXPECT_EQ(process_file("main.xml"), from_path);
 }
 

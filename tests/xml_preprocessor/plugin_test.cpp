@@ -244,8 +244,8 @@ TEST_F(plugins, must_not_generate_what_holds_what_is_being_filled) {
 }
 
 TEST_F(plugins, refuse_null) {
-    EXPECT_TRUE(test::throws([&] { preprocessor.register_plugin("gen", nullptr); },
-                             "preprocessor_t::register_plugin() -- plug-in is null"));
+    EXPECT_THROWS(preprocessor.register_plugin("gen", nullptr),
+                  "preprocessor_t::register_plugin() -- plug-in is null");
     EXPECT_TRUE(fails("<x:plugin name='gen'/>", "plugin name not defined: gen"));
 }
 

@@ -73,8 +73,8 @@ TEST_F(processing, a_root_directive_that_outputs_nothing_gives_null) {
 }
 
 TEST_F(processing, null_is_an_exception) {
-    EXPECT_TRUE(test::throws([&] { preprocessor.process(nullptr, flags); },
-                             "preprocessor_t::process() -- source is null"));
+    EXPECT_THROWS(preprocessor.process(nullptr, flags),
+                  "preprocessor_t::process() -- source is null");
 }
 
 TEST_F(processing, the_source_is_left_as_it_was) {

@@ -153,11 +153,9 @@ TEST_F(specify_exceptions, allocation_failure_goes_on_unchanged) {
 TEST_F(specify_exceptions, an_error_code_keeps_its_code) {
     preprocessor.register_plugin("thrower", new thrower_t<ko::errorcode_t>(ko::errorcode_t(7)));
     const std::string written = test::standard_output([&] {
-        EXPECT_TRUE(test::throws_code(
-            [&] {
-                run("<x:specify index='i' values='1'><x:plugin name='thrower'/></x:specify>");
-            },
-            7, "unkown ko::errorcode 0x7"));
+        EXPECT_THROWS(
+            run("<x:specify index='i' values='1'><x:plugin name='thrower'/></x:specify>"), 7,
+            "unkown ko::errorcode 0x7");
     });
     EXPECT_EQ(written, "Caught exception in specify : none\n");
 }

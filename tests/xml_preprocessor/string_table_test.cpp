@@ -69,8 +69,8 @@ TEST(string_table, filled_twice_has_the_same_numbers_and_adds_nothing) {
 
 TEST(string_table, refuses_null) {
     string_table_t table;
-    EXPECT_TRUE(test::throws([&] { table.init(nullptr, "urn:d", "urn:v"); },
-                             "string_table_t::init() -- atom table is null"));
+    EXPECT_THROWS(table.init(nullptr, "urn:d", "urn:v"),
+                  "string_table_t::init() -- atom table is null");
 }
 
 } // namespace

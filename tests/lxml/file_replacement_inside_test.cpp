@@ -23,7 +23,6 @@
 namespace {
 
 using namespace ko::lxml;
-using test::throws;
 
 /// The calls as they are, noted down; before each one `before` is asked whether it may be made.
 class watched_calls_t : public file_calls_t {
@@ -312,7 +311,7 @@ TEST_F(file_replacement, tries_another_name_for_one_that_is_taken) {
     replace(crowded);
     EXPECT_EQ(dir.read("a.xml"), new_content);
     crowded_calls_t full(100);
-    EXPECT_TRUE(throws([&] { replace(full); }, "error opening file " + path));
+    EXPECT_THROWS(replace(full), "error opening file " + path);
 }
 
 TEST_F(file_replacement, shows_a_secret_to_nobody_while_it_is_written) {

@@ -121,8 +121,7 @@ TEST_F(node, bound_twice_keeps_the_later_operands) {
 TEST_F(node, without_operands_reports_the_parse_error) {
     append("=");
     EXPECT_FALSE(algebra.parse("1 +"));
-    EXPECT_TRUE(
-        test::throws([&] { tokens.front()->evaluate(algebra); }, algebra.parse_error_get()));
+    EXPECT_THROWS(tokens.front()->evaluate(algebra), algebra.parse_error_get());
     EXPECT_EQ(algebra.parse_error_get(), "binary_t::construct() -- expected right operand");
 }
 
@@ -130,8 +129,7 @@ TEST_F(node, without_operands_says_so_where_there_is_no_parse_error) {
     append("? abs");
     algebra_t other;
     for (const token_t* const token : tokens) {
-        EXPECT_TRUE(
-            test::throws([&] { token->evaluate(other); }, "syntax error -- missing operand"));
+        EXPECT_THROWS(token->evaluate(other), "syntax error -- missing operand");
     }
 }
 
@@ -164,12 +162,11 @@ TEST_F(node, that_calls_a_function_that_is_gone_throws) {
         ASSERT_TRUE(parser.parse("f()", tokens));
         parser = algebra_t();
     }
-    EXPECT_TRUE(test::throws([&] { tokens.front()->evaluate(algebra); },
-                             "internal function f -- no longer defined"));
+    EXPECT_THROWS(tokens.front()->evaluate(algebra), "internal function f -- no longer defined");
     auto position = tokens.begin();
     std::string error;
-    EXPECT_TRUE(test::throws([&] { tokens.front()->construct(tokens, position, error); },
-                             "internal function f -- no longer defined"));
+    EXPECT_THROWS(tokens.front()->construct(tokens, position, error),
+                  "internal function f -- no longer defined");
 }
 
 TEST_F(node, binds_trees_of_the_parser_with_tokens_of_the_host) {
@@ -204,8 +201,7 @@ TEST_F(node, counts_the_values_that_a_token_of_the_host_gives_to_a_call) {
     EXPECT_EQ(test::shown(tokens.front()->evaluate(algebra)), "(i) 1");
     append(", 5");
     bind(1);
-    EXPECT_TRUE(test::throws([&] { tokens.front()->evaluate(algebra); },
-                             "sequencer_t::evaluate() -- syntax error"));
+    EXPECT_THROWS(tokens.front()->evaluate(algebra), "sequencer_t::evaluate() -- syntax error");
 }
 
 TEST_F(node, follows_a_name_that_the_host_changes) {
@@ -224,8 +220,7 @@ TEST_F(node, cannot_be_parsed_into_while_it_runs) {
     running = &tokens;
     algebra.define("again", [](algebra_t& a) { return result_t(a.parse("2", *running)); });
     ASSERT_TRUE(algebra.parse("1 + again()", tokens));
-    EXPECT_TRUE(test::throws([&] { algebra.evaluate(tokens); },
-                             "algebra_t::parse() -- the list is being evaluated"));
+    EXPECT_THROWS(algebra.evaluate(tokens), "algebra_t::parse() -- the list is being evaluated");
     EXPECT_TRUE(algebra.parse("2", tokens));
     EXPECT_EQ(test::shown(algebra.evaluate(tokens)), "(i) 2");
 }

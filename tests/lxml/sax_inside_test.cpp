@@ -72,14 +72,10 @@ TEST_F(sax, splits_names_of_one_to_three_parts) {
 }
 
 TEST_F(sax, refuses_names_of_other_numbers_of_parts) {
-    EXPECT_TRUE(test::throws([&] { start(""); }, "error parsing uri : got 0 tokens"));
-    EXPECT_TRUE(test::throws([&] { start("||"); }, "error parsing uri : got 0 tokens"));
-    EXPECT_TRUE(test::throws([&] { start("a|b|c|d"); }, "error parsing uri : got 4 tokens"));
-    EXPECT_TRUE(test::throws(
-        [&] {
-            start("a", {{"a|b|c|d|e", "1"}});
-        },
-        "error parsing uri : got 5 tokens"));
+    EXPECT_THROWS(start(""), "error parsing uri : got 0 tokens");
+    EXPECT_THROWS(start("||"), "error parsing uri : got 0 tokens");
+    EXPECT_THROWS(start("a|b|c|d"), "error parsing uri : got 4 tokens");
+    EXPECT_THROWS(start("a", {{"a|b|c|d|e", "1"}}), "error parsing uri : got 5 tokens");
 }
 
 TEST_F(sax, switches_between_text_and_cdata) {

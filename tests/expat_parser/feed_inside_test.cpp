@@ -64,20 +64,18 @@ TEST(feed, keeps_its_pieces_below_the_lengths_that_expat_takes) {
 }
 
 TEST(map_exceptions, lets_an_errorcode_out_unchanged) {
-    EXPECT_TRUE(test::throws_code(
-        [] { ko::xml::map_exceptions([] { throw ko::errorcode_t("text", xml_internal); }); },
-        xml_internal, "text"));
+    EXPECT_THROWS(ko::xml::map_exceptions([] { throw ko::errorcode_t("text", xml_internal); }),
+                  xml_internal, "text");
 }
 
 TEST(map_exceptions, turns_a_standard_exception_into_a_rethrown_one) {
-    EXPECT_TRUE(test::throws_code(
-        [] { ko::xml::map_exceptions([] { throw ko::exception_t(std::string("text")); }); },
-        xml_rethrow_exception, "text: xml error"));
+    EXPECT_THROWS(ko::xml::map_exceptions([] { throw ko::exception_t(std::string("text")); }),
+                  xml_rethrow_exception, "text: xml error");
 }
 
 TEST(map_exceptions, turns_anything_else_into_an_unknown_one) {
-    EXPECT_TRUE(test::throws_code([] { ko::xml::map_exceptions([] { throw 1; }); },
-                                  xml_unknown_exception, "xml unknown exception"));
+    EXPECT_THROWS(ko::xml::map_exceptions([] { throw 1; }), xml_unknown_exception,
+                  "xml unknown exception");
 }
 
 } // namespace

@@ -66,8 +66,7 @@ TEST(statement_reader, a_text_that_ends_in_a_slash_goes_without_macros) {
 TEST(statement_reader, the_end_inside_a_string_or_comment_throws) {
     for (const std::string text :
          {"'a", "\"", "a // b", "a /* b", "a /* *", "a /* *x", "/*/", "a/* *x**/b"}) {
-        EXPECT_TRUE(test::throws([&] { statement_read(text); }, "unexpected EOF encountered"))
-            << text;
+        EXPECT_THROWS(statement_read(text), "unexpected EOF encountered") << text;
     }
 }
 

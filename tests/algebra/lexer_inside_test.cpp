@@ -37,8 +37,7 @@ TEST_F(lexer, appends_a_blank_to_the_line) {
 }
 
 TEST_F(lexer, reading_past_the_end_of_the_line_throws) {
-    EXPECT_TRUE(test::throws([&] { lex("1 + 'abc"); },
-                             "algebra_t::nextc_get() - unexpected end-of-line"));
+    EXPECT_THROWS(lex("1 + 'abc"), "algebra_t::nextc_get() - unexpected end-of-line");
     EXPECT_EQ(syntax.items.size(), 2U);
 }
 
