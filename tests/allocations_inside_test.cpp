@@ -52,6 +52,10 @@ void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
 
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    std::free(block);
+}
+
 namespace {
 
 TEST(allocations, fail_at_the_number_that_is_asked_for) {
