@@ -29,6 +29,8 @@ void script_table_t::changed() noexcept {
     ++revision;
 }
 
+// A revision is the object's own and goes on.
+// cppcheck-suppress operatorEqVarError
 script_table_t& script_table_t::operator=(const script_table_t& other) {
     functions = other.functions;
     family = other.family;

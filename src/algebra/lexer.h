@@ -54,7 +54,7 @@ public:
     bool next();
 
     /// The token read last, and what it calls if it is a call.
-    lexeme_t lexeme;
+    lexeme_t lexeme{};
     callee_t callee;
     /// The message of a failure; empty without one.
     std::string error;
