@@ -18,7 +18,8 @@ inline bool prepare(unit_t& unit) {
     return !unit.calculation->steps.empty();
 }
 
-/// Does a step of those that are met most and fail for nothing.
+/// Does a step of those that are met most and fail for nothing. One switch for operators and
+/// `push`: a function that the machine shares would cost the loop 2 to 8 % more instructions.
 /// @return false for any other, and for a division by zero
 inline bool quick_do(const calculation_t::step_t& step, number_t* r) {
     switch (step.opcode) {
@@ -56,16 +57,8 @@ inline bool quick_do(const calculation_t::step_t& step, number_t* r) {
 /// Does any other step of two operands.
 /// @return false for a division by zero
 bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
-    switch (opcode) {
-    case opcode_e::divide:
+    if (opcode == opcode_e::divide || (opcode == opcode_e::modulo && b.int_of_number() == 0)) {
         return false;
-    case opcode_e::modulo:
-        if (b.int_of_number() == 0) {
-            return false;
-        }
-        break;
-    default:
-        break;
     }
     out = number_t::of_int(numbers::of_integers(opcode, a.int_of_number(), b.int_of_number()));
     return true;
