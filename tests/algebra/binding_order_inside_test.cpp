@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "algebra/parser.h"
+#include "support/host_records.h"
 
 namespace {
 
@@ -233,20 +234,11 @@ node_t node_of(const syntax_t& syntax, const item_t& item) {
     return node;
 }
 
-/// A host function that is never called.
-host_record_t host_of(const std::string& name, int count) {
-    host_record_t record;
-    record.prototype.name = name;
-    record.count_min = count;
-    record.count_max = count;
-    return record;
-}
-
 class binding_order : public testing::Test {
 protected:
     binding_order() {
-        functions.host_define(host_of("h0", 0));
-        functions.host_define(host_of("h1", 1));
+        functions.host_define(test::host_of("h0", 0, 0));
+        functions.host_define(test::host_of("h1", 1, 1));
         EXPECT_TRUE(functions.script_define("s0()", "1"));
         EXPECT_TRUE(functions.script_define("s1(x)", "x"));
     }

@@ -6,6 +6,7 @@
 
 #include "algebra/compiler.h"
 #include "algebra/parser.h"
+#include "support/host_records.h"
 #include "support/throws.h"
 
 namespace {
@@ -58,20 +59,12 @@ private:
     const program_t& program;
 };
 
-host_record_t host_of(const char* name, int count_min, int count_max) {
-    host_record_t record;
-    record.prototype.name = name;
-    record.count_min = count_min;
-    record.count_max = count_max;
-    return record;
-}
-
 class one_pass : public testing::Test {
 protected:
     one_pass() {
-        functions.host_define(host_of("h0", 0, 0));
-        functions.host_define(host_of("h1", 1, 1));
-        functions.host_define(host_of("h02", 0, 2));
+        functions.host_define(test::host_of("h0", 0, 0));
+        functions.host_define(test::host_of("h1", 1, 1));
+        functions.host_define(test::host_of("h02", 0, 2));
         EXPECT_TRUE(functions.script_define("s0()", "1"));
         EXPECT_TRUE(functions.script_define("s1(x)", "x"));
         settings.functions = &functions;
