@@ -53,6 +53,11 @@ def rows_of(text, columns):
     return [row for row in rows if len(row) == columns and row[0] and not row[0].startswith("---")]
 
 
+def figure(value, digits):
+    """A number with so many digits that count, written without a power of ten."""
+    return f"{float(f'{value:.{digits}g}'):.12g}"
+
+
 def amounts(cell):
     """Of "lua 12.5 (13), muparser 7 (7.1)": the name and the first number of each."""
     return [(name, float(number)) for name, number in re.findall(r"([\w.]+) ([\d.e+-]+) \(", cell)]
@@ -110,12 +115,15 @@ def ratios_svg(text, floors):
             ratio_row(picture, ratio, place)
     picture.down(10)
     lines = Drawing("", "")
+    # A label is 36 wide.
+    labels_every = math.ceil(36 * (powers[-1] - powers[0]) / (right - left))
     for power in powers:
         x = place(2.0 ** power)
         color = INK if power == 0 else LINE
         lines.line(x, top, x, picture.height, f'stroke="{color}"')
-        lines.text(x, f"{2 ** power}" if power >= 0 else f"1/{2 ** -power}",
-                   f'font-size="11" fill="{PALE}" text-anchor="middle"', y=picture.height + 16)
+        if power % labels_every == 0:
+            lines.text(x, f"{2 ** power}" if power >= 0 else f"1/{2 ** -power}",
+                       f'font-size="11" fill="{PALE}" text-anchor="middle"', y=picture.height + 16)
     picture.parts[grid:grid] = lines.parts
     picture.down(30)
     return picture.svg()
@@ -126,9 +134,9 @@ def ratio_row(picture, ratio, place):
     picture.text(20, ratio.name)
     picture.text(76, shortened(ratio.what, 46), f'font-size="11" fill="{PALE}"')
     color = FASTER if ratio.ratio <= 1 else SLOWER
-    label = f"{ratio.what}: {ratio.ratio:g} x {ratio.peer}"
+    label = f"{ratio.what}: {figure(ratio.ratio, 3)} x {ratio.peer}"
     picture.bar(place(1), place(ratio.ratio), color, label)
-    picture.text(710, f"{ratio.ratio:.3g}")
+    picture.text(710, figure(ratio.ratio, 3))
     picture.text(760, ratio.peer, f'font-size="11" fill="{PALE}"')
 
 

@@ -46,7 +46,8 @@ def figures_of(table):
     for name in filter(rows.get, FIGURES):
         ratio, unit = charts.Ratio(rows[name], floors()), rows[name][2]
         ours, theirs = rows[name][3].split()[0], dict(charts.amounts(rows[name][4]))[ratio.peer]
-        lines.append(f"| {ratio.what} | {ours} {unit} | {theirs:.4g} {unit}, {ratio.peer} |")
+        best = f"{charts.figure(theirs, 4)} {unit}, {ratio.peer}"
+        lines.append(f"| {ratio.what} | {ours} {unit} | {best} |")
     return "\n".join(lines) + "\n"
 
 

@@ -16,6 +16,7 @@ import sys
 from pathlib import Path
 
 import page
+from charts import figure
 
 HERE = Path(__file__).parent
 OURS = "kobase"
@@ -147,14 +148,14 @@ class Table:
 
     def line(self, workload):
         name = workload.name
-        amounts = {side: f"{workload.amount(min(values)):.4g} "
-                         f"({workload.amount(statistics.median(values)):.4g})"
+        amounts = {side: f"{figure(workload.amount(min(values)), 4)} "
+                         f"({figure(workload.amount(statistics.median(values)), 4)})"
                    for side, values in self.rows[name].items()}
         ours = amounts.pop(OURS)
         peers = ", ".join(f"{side} {amount}" for side, amount in amounts.items())
-        ratios = [f"{self.ratio(name, side):.3g}" if side in self.rows[name] else ""
+        ratios = [figure(self.ratio(name, side), 3) if side in self.rows[name] else ""
                   for side in (self.best(workload), workload.floor)]
-        goals = "; ".join(words + ("" if good is None else f": {reached:.3g}") +
+        goals = "; ".join(words + ("" if good is None else f": {figure(reached, 3)}") +
                           (" **missed**" if good is False else "")
                           for words, reached, good in self.judged(workload))
         cells = [name, workload.what, workload.unit, ours, peers, *ratios, goals]
@@ -196,7 +197,7 @@ def compare(chosen, all_sides, check, update):
         print(lines[-1], flush=True)
     if update:
         page.update("measured", "\n".join(lines) + "\n")
-    missed = [f"{workload.name}: {reached:.3g}, goal {words}" for workload in chosen
+    missed = [f"{workload.name}: {figure(reached, 3)}, goal {words}" for workload in chosen
               for words, reached, good in table.judged(workload) if not good]
     if check and missed:
         fail("above the goal, or nan where the reference was not measured:\n" + "\n".join(missed))

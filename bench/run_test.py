@@ -44,6 +44,12 @@ class Runner(unittest.TestCase):
                          " 30 (30) | lua 5 (5), muparser 10 (10) | 6 | |"
                          " 1.5 x muparser: 3 **missed** |")
 
+    def test_writes_numbers_without_powers_of_ten(self):
+        self.side("kobase", 3799640, 7)
+        self.side("muparser", 170, 7)
+        done = self.run_it()
+        self.assertIn("| 380000 (380000) | muparser 17 (17) | 22400 |", done.stdout)
+
     def test_fails_where_check_numbers_differ(self):
         self.side("kobase", 300, 7)
         self.side("muparser", 100, 7.5)
@@ -114,6 +120,15 @@ class Charts(unittest.TestCase):
         (_, left, octave), (_, one, two_octaves) = ratios[:2]
         self.assertAlmostEqual(left + octave, one)
         self.assertAlmostEqual(two_octaves, 2 * octave, delta=0.2)
+
+    def test_label_a_wide_scale_at_some_of_its_octaves(self):
+        wide = TIMES.replace("| 4 |", "| 4000 |")
+        places = [float(text.get("x")) for text in
+                  self.drawn(wide)["performance-ratios.svg"].iter(SVG + "text")
+                  if text.get("text-anchor") == "middle"]
+        self.assertGreater(len(places), 3)
+        for one, next_one in zip(places, places[1:]):
+            self.assertGreaterEqual(next_one - one, 36)
 
     def test_leave_out_a_workload_without_a_peer(self):
         texts = self.texts(self.drawn(TIMES)["performance-ratios.svg"])
