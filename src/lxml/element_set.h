@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "export.h"
+#include "lxml/iterator_facade.h"
 
 namespace ko::lxml {
 
@@ -32,42 +33,21 @@ public:
     using const_reference = element_t* const&;
 
     /// Goes up by address.
-    class const_iterator {
+    class const_iterator : public bidirectional_facade_t<const_iterator, element_t* const&> {
     public:
-        using iterator_category = std::bidirectional_iterator_tag;
-        using value_type = element_t*;
-        using difference_type = std::ptrdiff_t;
-        using pointer = element_t* const*;
-        using reference = element_t* const&;
-
         const_iterator() = default;
-        reference operator*() const { return current; }
-        pointer operator->() const { return &current; }
-        const_iterator& operator++() {
-            current = set->after(current);
-            return *this;
-        }
-        const_iterator operator++(int) {
-            const const_iterator before = *this;
-            ++*this;
-            return before;
-        }
-        const_iterator& operator--() {
-            current = set->before(current);
-            return *this;
-        }
-        const_iterator operator--(int) {
-            const const_iterator before = *this;
-            --*this;
-            return before;
-        }
-        bool operator==(const const_iterator& other) const { return current == other.current; }
-        bool operator!=(const const_iterator& other) const { return current != other.current; }
 
     private:
         friend class element_set_t;
+        friend class forward_facade_t<const_iterator, element_t* const&>;
+        friend class bidirectional_facade_t<const_iterator, element_t* const&>;
 
         const_iterator(const element_set_t* owner, element_t* e) : set(owner), current(e) {}
+
+        element_t* const& get() const { return current; }
+        void step() { current = set->after(current); }
+        void step_back() { current = set->before(current); }
+        bool equals(const const_iterator& other) const { return current == other.current; }
 
         const element_set_t* set = nullptr;
         element_t* current = nullptr; ///< null at the end
