@@ -59,6 +59,16 @@ struct searching_t {
     element_t::children_t::iterator next;
 };
 
+/// The first child from `at` on that is `e` or has children.
+element_t::children_t::iterator skip_leaves(element_t::children_t::iterator at,
+                                            const element_t::children_t::iterator end,
+                                            const element_t* e) {
+    while (at != end && *at != e && (*at)->children.empty()) {
+        ++at;
+    }
+    return at;
+}
+
 } // namespace
 
 element_t::element_t(document_t* owner, int name_id, int ns_id)
@@ -300,6 +310,9 @@ void element_t::child_remove(const element_t* e) {
     std::vector<searching_t> open = {{&children, children.begin()}};
     while (!open.empty()) {
         searching_t& level = open.back();
+        if (!freed) {
+            level.next = skip_leaves(level.next, level.children->end(), e);
+        }
         if (level.next == level.children->end()) {
             open.pop_back();
             continue;
@@ -310,7 +323,9 @@ void element_t::child_remove(const element_t* e) {
         }
         if (child != e) {
             ++level.next;
-            open.push_back({&child->children, child->children.begin()});
+            if (!child->children.empty()) {
+                open.push_back({&child->children, child->children.begin()});
+            }
             continue;
         }
         freed = freed || !child->children.empty();
