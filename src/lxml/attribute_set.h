@@ -147,6 +147,7 @@ public:
 
 private:
     friend class element_t;
+    friend class sax_t;
     friend struct by_atoms_t;
 
     /// @param in_element whether the set is a member of an element
@@ -166,6 +167,9 @@ private:
     attribute_t** array_allocate(std::size_t number) const;
     void array_free() noexcept;
     const_iterator insert_at(const_iterator at, attribute_t* a);
+    /// Makes the attributes of an element without any. Of two with one name the later one counts.
+    /// @param list is put into order
+    void fill(atom_table_t* table, std::vector<attribute_text_t>& list);
     /// Takes an attribute out that the library goes on owning.
     const_iterator take(const_iterator at);
     /// Takes an attribute out and frees it.

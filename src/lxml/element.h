@@ -193,9 +193,6 @@ private:
     KO_LOCAL element_t* clone_tree(document_t& target, bool deep, bool whole) const;
     /// Sets the value of an attribute, which is made when missing.
     KO_LOCAL void attribute_put(const attribute_key_t& key, std::string_view value);
-    /// Adds attributes to an element without any. Of two with one name the later one counts.
-    /// @param list is put into order
-    KO_LOCAL void attributes_fill(std::vector<attribute_text_t>& list);
 
     element_t(document_t* owner, int name_id, int ns_id);
 };

@@ -105,8 +105,12 @@ public:
     friend bool operator!=(const element_set_t& a, const element_set_t& b) { return !(a == b); }
 
 private:
+    friend class document_t;
+
     using word_t = std::uintptr_t;
 
+    /// Where an element can lie: a multiple of this.
+    static constexpr std::size_t spacing = alignof(void*);
     static constexpr std::size_t word_bits = sizeof(word_t) * 8;
     static constexpr std::size_t words = 512 / word_bits;
 
@@ -117,13 +121,34 @@ private:
     };
     using maps_t = std::map<std::uintptr_t, map_t>;
 
+    static element_t* element_at(std::uintptr_t slot) {
+        return reinterpret_cast<element_t*>(slot * spacing);
+    }
+    /// The number of the lowest bit of a word other than 0.
+    static std::size_t lowest(word_t word) {
+        return static_cast<std::size_t>(__builtin_ctzll(word));
+    }
+
+    /// Calls `visit` with each element. It may free the element but not change the set.
+    template <class V> void for_each(const V& visit) const {
+        for (const auto& [key, map] : maps) {
+            for (std::size_t i = 0; i < words; ++i) {
+                for (word_t left = map.bits[i]; left != 0; left &= left - 1) {
+                    visit(element_at((key * words + i) * word_bits + lowest(left)));
+                }
+            }
+        }
+    }
+
+    /// The map for elements with a key; null where there is none.
+    maps_t::value_type* map_find(std::uintptr_t key) const;
     /// The element after or before one, null where there is none; of null, the first or the last.
     KO_API element_t* after(const element_t* e) const;
     KO_API element_t* before(const element_t* e) const;
 
     maps_t maps; ///< by address divided by what a map covers; none is empty
     size_type total = 0;
-    maps_t::value_type* recent = nullptr; ///< the map that was changed last
+    maps_t::value_type* recent = nullptr; ///< the map that was changed last; null when it is gone
 };
 
 } // namespace ko::lxml
