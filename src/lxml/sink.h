@@ -122,7 +122,7 @@ public:
     }
 
     /// Gives the stream all that was put so far.
-    void hand_over() {
+    [[gnu::cold]] void hand_over() {
         os.write(block.get(), static_cast<std::streamsize>(used));
         used = 0;
     }
