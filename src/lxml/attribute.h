@@ -3,11 +3,18 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "export.h"
 #include "lxml/node.h"
 
 namespace ko::lxml {
+
+/// A pair of atoms by which an attribute is found.
+struct attribute_key_t {
+    int ns;   ///< atom of the namespace name
+    int name; ///< atom of the local name
+};
 
 /// An attribute: a name and a value.
 ///
@@ -24,12 +31,10 @@ public:
     ~attribute_t() override;
 
     std::string value; ///< the value, references resolved
-};
 
-/// A pair of atoms by which an attribute is found.
-struct attribute_key_t {
-    int ns;   ///< atom of the namespace name
-    int name; ///< atom of the local name
+protected:
+    attribute_t(atom_table_t* table, const attribute_key_t& key, std::string_view text)
+        : node_t(table, key.name, key.ns), value(text) {}
 };
 
 /// Orders attributes by namespace atom and then by name atom: in the order in which their names

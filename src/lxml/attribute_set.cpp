@@ -4,10 +4,37 @@
 #include <memory>
 #include <new>
 
+#include "lxml/attribute_text.h"
 #include "lxml/pool.h"
 #include "lxml/pooled_attribute.h"
 
 namespace ko::lxml {
+
+namespace {
+
+bool is_before(const attribute_text_t& a, const attribute_text_t& b) {
+    return a.ns != b.ns ? a.ns < b.ns : a.name < b.name;
+}
+
+/// Keeps the order of equal ones. An element has a handful of attributes, for which the simplest
+/// way is the quickest.
+void sort(std::vector<attribute_text_t>& list) {
+    constexpr std::size_t few = 12;
+    if (list.size() > few) {
+        std::stable_sort(list.begin(), list.end(), is_before);
+        return;
+    }
+    for (std::size_t i = 1; i < list.size(); ++i) {
+        const attribute_text_t item = list[i];
+        std::size_t to = i;
+        for (; to > 0 && is_before(item, list[to - 1]); --to) {
+            list[to] = list[to - 1];
+        }
+        list[to] = item;
+    }
+}
+
+} // namespace
 
 attribute_set_t::~attribute_set_t() {
     destroy();
@@ -15,7 +42,11 @@ attribute_set_t::~attribute_set_t() {
 
 /// Frees the attributes of an element's set, and the memory of any.
 void attribute_set_t::destroy() noexcept {
-    if (is_in_element != 0) {
+    if (is_in_element != 0 && is_pooled != 0 && pool_t::of(this)->is_closing()) {
+        for (attribute_t* const a : *this) {
+            pooled_attribute_t::leave(a);
+        }
+    } else if (is_in_element != 0) {
         for (attribute_t* const a : *this) {
             free(a, is_ours(a));
         }
@@ -76,6 +107,30 @@ attribute_set_t::const_iterator attribute_set_t::insert_at(const_iterator at, at
         }
     }
     return const_iterator(tree->insert(a).first);
+}
+
+/// Sorted first, each attribute is added at the end.
+void attribute_set_t::fill(atom_table_t* table, std::vector<attribute_text_t>& list) {
+    sort(list);
+    reserve(list.size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const attribute_text_t& item = list[i];
+        if (i + 1 < list.size() && !is_before(item, list[i + 1])) {
+            continue;
+        }
+        attribute_t* const made =
+            pooled_attribute_t::make(this, table, item.name, item.ns, item.value);
+        if (is_tree == 0) {
+            array[used++] = made;
+            continue;
+        }
+        try {
+            tree->insert(tree->end(), made);
+        } catch (...) {
+            pooled_attribute_t::free(made);
+            throw;
+        }
+    }
 }
 
 attribute_set_t::const_iterator attribute_set_t::take(const_iterator at) {

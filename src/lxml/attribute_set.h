@@ -9,11 +9,16 @@
 #include <iterator>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include "export.h"
 #include "lxml/attribute.h"
+#include "lxml/iterator_facade.h"
 
 namespace ko::lxml {
+
+class atom_table_t;
+struct attribute_text_t;
 
 /// A set of attributes in the order of `attr_ptr_cmp_t`, with the member names of `std::set`.
 ///
@@ -37,45 +42,26 @@ public:
     using const_reference = attribute_t* const&;
 
     /// Goes up in order.
-    class const_iterator {
+    class const_iterator : public bidirectional_facade_t<const_iterator, attribute_t* const&> {
     public:
-        using iterator_category = std::bidirectional_iterator_tag;
-        using value_type = attribute_t*;
-        using difference_type = std::ptrdiff_t;
-        using pointer = attribute_t* const*;
-        using reference = attribute_t* const&;
-
         const_iterator() = default;
-        reference operator*() const { return slot != nullptr ? *slot : *node; }
-        pointer operator->() const { return &**this; }
-        const_iterator& operator++() {
-            slot != nullptr ? static_cast<void>(++slot) : static_cast<void>(++node);
-            return *this;
-        }
-        const_iterator operator++(int) {
-            const const_iterator before = *this;
-            ++*this;
-            return before;
-        }
-        const_iterator& operator--() {
-            slot != nullptr ? static_cast<void>(--slot) : static_cast<void>(--node);
-            return *this;
-        }
-        const_iterator operator--(int) {
-            const const_iterator before = *this;
-            --*this;
-            return before;
-        }
-        bool operator==(const const_iterator& other) const {
-            return slot == other.slot && node == other.node;
-        }
-        bool operator!=(const const_iterator& other) const { return !(*this == other); }
 
     private:
         friend class attribute_set_t;
+        friend class forward_facade_t<const_iterator, attribute_t* const&>;
+        friend class bidirectional_facade_t<const_iterator, attribute_t* const&>;
 
         explicit const_iterator(attribute_t* const* at) : slot(at) {}
         explicit const_iterator(tree_t::const_iterator at) : node(at) {}
+
+        attribute_t* const& get() const { return slot != nullptr ? *slot : *node; }
+        void step() { slot != nullptr ? static_cast<void>(++slot) : static_cast<void>(++node); }
+        void step_back() {
+            slot != nullptr ? static_cast<void>(--slot) : static_cast<void>(--node);
+        }
+        bool equals(const const_iterator& other) const {
+            return slot == other.slot && node == other.node;
+        }
 
         attribute_t* const* slot = nullptr; ///< in the array; null in a tree
         tree_t::const_iterator node;
@@ -161,6 +147,7 @@ public:
 
 private:
     friend class element_t;
+    friend class sax_t;
     friend struct by_atoms_t;
 
     /// @param in_element whether the set is a member of an element
@@ -180,6 +167,9 @@ private:
     attribute_t** array_allocate(std::size_t number) const;
     void array_free() noexcept;
     const_iterator insert_at(const_iterator at, attribute_t* a);
+    /// Makes the attributes of an element without any. Of two with one name the later one counts.
+    /// @param list is put into order
+    void fill(atom_table_t* table, std::vector<attribute_text_t>& list);
     /// Takes an attribute out that the library goes on owning.
     const_iterator take(const_iterator at);
     /// Takes an attribute out and frees it.

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "export.h"
+#include "lxml/iterator_facade.h"
 
 namespace ko::lxml {
 
@@ -27,53 +28,33 @@ struct child_node_t : child_link_t {
     element_t* value;
 };
 
-/// Points to a link of a list.
-template <bool is_const> class child_iterator_t {
-public:
-    using iterator_category = std::bidirectional_iterator_tag;
-    using value_type = element_t*;
-    using difference_type = std::ptrdiff_t;
-    using reference = std::conditional_t<is_const, element_t* const&, element_t*&>;
-    using pointer = std::conditional_t<is_const, element_t* const*, element_t**>;
+/// What an iterator of a list refers to.
+template <bool is_const>
+using child_reference_t = std::conditional_t<is_const, element_t* const&, element_t*&>;
 
+/// Points to a link of a list.
+template <bool is_const>
+class child_iterator_t
+    : public bidirectional_facade_t<child_iterator_t<is_const>, child_reference_t<is_const>> {
+public:
     child_iterator_t() = default;
     /// An iterator turns into a constant one.
     template <bool other, class = std::enable_if_t<is_const && !other>>
     child_iterator_t(const child_iterator_t<other>& source) : link(source.link) {}
 
-    reference operator*() const { return static_cast<child_node_t*>(link)->value; }
-    pointer operator->() const { return &**this; }
-    child_iterator_t& operator++() {
-        link = link->next;
-        return *this;
-    }
-    child_iterator_t operator++(int) {
-        const child_iterator_t before = *this;
-        link = link->next;
-        return before;
-    }
-    child_iterator_t& operator--() {
-        link = link->prev;
-        return *this;
-    }
-    child_iterator_t operator--(int) {
-        const child_iterator_t before = *this;
-        link = link->prev;
-        return before;
-    }
-    friend bool operator==(const child_iterator_t& a, const child_iterator_t& b) {
-        return a.link == b.link;
-    }
-    friend bool operator!=(const child_iterator_t& a, const child_iterator_t& b) {
-        return a.link != b.link;
-    }
-
 private:
     friend class child_list_t;
     friend class child_iterator_t<true>;
+    friend class forward_facade_t<child_iterator_t, child_reference_t<is_const>>;
+    friend class bidirectional_facade_t<child_iterator_t, child_reference_t<is_const>>;
 
     explicit child_iterator_t(child_link_t* at) : link(at) {}
     explicit child_iterator_t(const child_link_t* at) : link(const_cast<child_link_t*>(at)) {}
+
+    child_reference_t<is_const> get() const { return static_cast<child_node_t*>(link)->value; }
+    void step() { link = link->next; }
+    void step_back() { link = link->prev; }
+    bool equals(const child_iterator_t& other) const { return link == other.link; }
 
     child_link_t* link = nullptr;
 };

@@ -52,9 +52,7 @@ void document_t::elements_free() noexcept {
     if (pool != nullptr) {
         pool->close();
     }
-    for (element_t* const e : elements) {
-        e->element_t::~element_t();
-    }
+    elements.for_each([](element_t* e) { e->element_t::~element_t(); });
     elements.clear();
     positions.reset();
     pool.reset();
@@ -91,12 +89,8 @@ void document_t::copy(const document_t& source) {
 
 /// Takes what another document with the same atom table holds, and gives it what it holds itself.
 void document_t::take(document_t& other) noexcept {
-    for (element_t* const e : other.elements) {
-        e->document = this;
-    }
-    for (element_t* const e : elements) {
-        e->document = &other;
-    }
+    other.elements.for_each([this](element_t* e) { e->document = this; });
+    elements.for_each([&other](element_t* e) { e->document = &other; });
     uri_to_prefix.swap(other.uri_to_prefix);
     prefix_to_uri.swap(other.prefix_to_uri);
     file_name.swap(other.file_name);

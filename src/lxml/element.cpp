@@ -18,28 +18,6 @@ namespace ko::lxml {
 
 namespace {
 
-bool is_before(const attribute_text_t& a, const attribute_text_t& b) {
-    return a.ns != b.ns ? a.ns < b.ns : a.name < b.name;
-}
-
-/// Keeps the order of equal ones. An element has a handful of attributes, for which the simplest
-/// way is the quickest.
-void sort(std::vector<attribute_text_t>& list) {
-    constexpr std::size_t few = 12;
-    if (list.size() > few) {
-        std::stable_sort(list.begin(), list.end(), is_before);
-        return;
-    }
-    for (std::size_t i = 1; i < list.size(); ++i) {
-        const attribute_text_t item = list[i];
-        std::size_t to = i;
-        for (; to > 0 && is_before(item, list[to - 1]); --to) {
-            list[to] = list[to - 1];
-        }
-        list[to] = item;
-    }
-}
-
 /// Makes sure that `child` can hang below `parent`.
 void require_child(const element_t& parent, const element_t* child) {
     if (child == nullptr) {
@@ -58,6 +36,16 @@ struct searching_t {
     element_t::children_t* children;
     element_t::children_t::iterator next;
 };
+
+/// The first child from `at` on that is `e` or has children.
+element_t::children_t::iterator skip_leaves(element_t::children_t::iterator at,
+                                            const element_t::children_t::iterator end,
+                                            const element_t* e) {
+    while (at != end && *at != e && (*at)->children.empty()) {
+        ++at;
+    }
+    return at;
+}
 
 } // namespace
 
@@ -186,26 +174,6 @@ bool element_t::attribute_remove(const std::string& name_text, const std::string
     return true;
 }
 
-/// Sorted first, each attribute is added at the end.
-void element_t::attributes_fill(std::vector<attribute_text_t>& list) {
-    sort(list);
-    attributes.reserve(list.size());
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        const attribute_text_t& item = list[i];
-        if (i + 1 < list.size() && !is_before(item, list[i + 1])) {
-            continue;
-        }
-        attribute_t* const made =
-            pooled_attribute_t::make(this, atoms, item.name, item.ns, item.value);
-        try {
-            attributes.insert_at(attributes.end(), made);
-        } catch (...) {
-            pooled_attribute_t::free(made);
-            throw;
-        }
-    }
-}
-
 const element_t* element_t::child_find(const std::string& name_text,
                                        const std::string& ns_text) const {
     const auto found = children_named(name_text, ns_text);
@@ -238,7 +206,7 @@ element_t* element_t::clone_one(document_t& target, bool whole, atom_map_t& name
         const int attribute_name = names.get(attribute->name);
         list.push_back({names.get(attribute->ns), attribute_name, attribute->value});
     }
-    copy->attributes_fill(list);
+    copy->attributes.fill(target.atoms, list);
     if (whole) {
         copy->text = text;
         copy->cdata = cdata;
@@ -300,6 +268,9 @@ void element_t::child_remove(const element_t* e) {
     std::vector<searching_t> open = {{&children, children.begin()}};
     while (!open.empty()) {
         searching_t& level = open.back();
+        if (!freed) {
+            level.next = skip_leaves(level.next, level.children->end(), e);
+        }
         if (level.next == level.children->end()) {
             open.pop_back();
             continue;
@@ -310,7 +281,9 @@ void element_t::child_remove(const element_t* e) {
         }
         if (child != e) {
             ++level.next;
-            open.push_back({&child->children, child->children.begin()});
+            if (!child->children.empty()) {
+                open.push_back({&child->children, child->children.begin()});
+            }
             continue;
         }
         freed = freed || !child->children.empty();

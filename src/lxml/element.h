@@ -134,6 +134,9 @@ public:
     /// Unlinks `e` wherever it is a child below this element and frees its descendants; `e`
     /// itself is not freed. The sibling after an unlinked `e` is not searched; where `e` was the
     /// last child, the search starts again at the first.
+    ///
+    /// It costs as much as there are elements below this one, since `e` may hang in several
+    /// places: to free a child that hangs here only, `child_erase` is the cheaper way.
     /// @throws ko::exception_t as `children_delete`
     void child_remove(const element_t* e);
     /// @}
@@ -190,9 +193,6 @@ private:
     KO_LOCAL element_t* clone_tree(document_t& target, bool deep, bool whole) const;
     /// Sets the value of an attribute, which is made when missing.
     KO_LOCAL void attribute_put(const attribute_key_t& key, std::string_view value);
-    /// Adds attributes to an element without any. Of two with one name the later one counts.
-    /// @param list is put into order
-    KO_LOCAL void attributes_fill(std::vector<attribute_text_t>& list);
 
     element_t(document_t* owner, int name_id, int ns_id);
 };

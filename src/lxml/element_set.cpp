@@ -4,21 +4,10 @@ namespace ko::lxml {
 
 namespace {
 
-/// Where an element can lie: a multiple of this.
-constexpr std::size_t step = alignof(void*);
 constexpr std::size_t bits_a_map = 512;
 
 std::uintptr_t slot_of(const element_t* e) {
-    return reinterpret_cast<std::uintptr_t>(e) / step;
-}
-
-element_t* element_at(std::uintptr_t slot) {
-    return reinterpret_cast<element_t*>(slot * step);
-}
-
-/// The number of the lowest bit of a word other than 0.
-std::size_t lowest(std::uintptr_t word) {
-    return static_cast<std::size_t>(__builtin_ctzll(word));
+    return reinterpret_cast<std::uintptr_t>(e) / alignof(void*);
 }
 
 /// The number of the highest bit of a word other than 0.
@@ -33,7 +22,7 @@ template <class M> std::size_t bit_from(const M& map, std::size_t bit, std::size
                                         ? map.bits[i] & (~std::uintptr_t{0} << bit % word_bits)
                                         : map.bits[i];
         if (word != 0) {
-            return i * word_bits + lowest(word);
+            return i * word_bits + static_cast<std::size_t>(__builtin_ctzll(word));
         }
     }
     return bits_a_map;
@@ -57,13 +46,22 @@ template <class M> std::size_t bit_before(const M& map, std::size_t bit, std::si
 
 } // namespace
 
+/// Who looks for one element after the other most often finds them in one map.
+element_set_t::maps_t::value_type* element_set_t::map_find(std::uintptr_t key) const {
+    if (recent != nullptr && recent->first == key) {
+        return recent;
+    }
+    const auto found = maps.find(key);
+    return found == maps.end() ? nullptr : const_cast<maps_t::value_type*>(&*found);
+}
+
 element_set_t::size_type element_set_t::count(const element_t* e) const {
-    const auto found = maps.find(slot_of(e) / bits_a_map);
-    if (found == maps.end() || reinterpret_cast<std::uintptr_t>(e) % step != 0) {
+    const maps_t::value_type* const map = map_find(slot_of(e) / bits_a_map);
+    if (map == nullptr || reinterpret_cast<std::uintptr_t>(e) % spacing != 0) {
         return 0;
     }
     const std::size_t bit = slot_of(e) % bits_a_map;
-    return found->second.bits[bit / word_bits] >> bit % word_bits & 1;
+    return map->second.bits[bit / word_bits] >> bit % word_bits & 1;
 }
 
 std::pair<element_set_t::const_iterator, bool> element_set_t::insert(element_t* e) {
@@ -87,13 +85,14 @@ element_set_t::size_type element_set_t::erase(const element_t* e) {
     if (count(e) == 0) {
         return 0;
     }
-    const auto found = maps.find(slot_of(e) / bits_a_map);
+    recent = map_find(slot_of(e) / bits_a_map);
     const std::size_t bit = slot_of(e) % bits_a_map;
-    found->second.bits[bit / word_bits] &= ~(word_t{1} << bit % word_bits);
+    word_t& word = recent->second.bits[bit / word_bits];
+    word &= ~(word_t{1} << bit % word_bits);
     --total;
-    if (bit_from(found->second, 0, word_bits) == bits_a_map) {
-        recent = recent == &*found ? nullptr : recent;
-        maps.erase(found);
+    if (word == 0 && bit_from(recent->second, 0, word_bits) == bits_a_map) {
+        maps.erase(recent->first);
+        recent = nullptr;
     }
     return 1;
 }

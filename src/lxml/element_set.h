@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "export.h"
+#include "lxml/iterator_facade.h"
 
 namespace ko::lxml {
 
@@ -32,42 +33,21 @@ public:
     using const_reference = element_t* const&;
 
     /// Goes up by address.
-    class const_iterator {
+    class const_iterator : public bidirectional_facade_t<const_iterator, element_t* const&> {
     public:
-        using iterator_category = std::bidirectional_iterator_tag;
-        using value_type = element_t*;
-        using difference_type = std::ptrdiff_t;
-        using pointer = element_t* const*;
-        using reference = element_t* const&;
-
         const_iterator() = default;
-        reference operator*() const { return current; }
-        pointer operator->() const { return &current; }
-        const_iterator& operator++() {
-            current = set->after(current);
-            return *this;
-        }
-        const_iterator operator++(int) {
-            const const_iterator before = *this;
-            ++*this;
-            return before;
-        }
-        const_iterator& operator--() {
-            current = set->before(current);
-            return *this;
-        }
-        const_iterator operator--(int) {
-            const const_iterator before = *this;
-            --*this;
-            return before;
-        }
-        bool operator==(const const_iterator& other) const { return current == other.current; }
-        bool operator!=(const const_iterator& other) const { return current != other.current; }
 
     private:
         friend class element_set_t;
+        friend class forward_facade_t<const_iterator, element_t* const&>;
+        friend class bidirectional_facade_t<const_iterator, element_t* const&>;
 
         const_iterator(const element_set_t* owner, element_t* e) : set(owner), current(e) {}
+
+        element_t* const& get() const { return current; }
+        void step() { current = set->after(current); }
+        void step_back() { current = set->before(current); }
+        bool equals(const const_iterator& other) const { return current == other.current; }
 
         const element_set_t* set = nullptr;
         element_t* current = nullptr; ///< null at the end
@@ -125,8 +105,12 @@ public:
     friend bool operator!=(const element_set_t& a, const element_set_t& b) { return !(a == b); }
 
 private:
+    friend class document_t;
+
     using word_t = std::uintptr_t;
 
+    /// Where an element can lie: a multiple of this.
+    static constexpr std::size_t spacing = alignof(void*);
     static constexpr std::size_t word_bits = sizeof(word_t) * 8;
     static constexpr std::size_t words = 512 / word_bits;
 
@@ -137,13 +121,34 @@ private:
     };
     using maps_t = std::map<std::uintptr_t, map_t>;
 
+    static element_t* element_at(std::uintptr_t slot) {
+        return reinterpret_cast<element_t*>(slot * spacing);
+    }
+    /// The number of the lowest bit of a word other than 0.
+    static std::size_t lowest(word_t word) {
+        return static_cast<std::size_t>(__builtin_ctzll(word));
+    }
+
+    /// Calls `visit` with each element. It may free the element but not change the set.
+    template <class V> void for_each(const V& visit) const {
+        for (const auto& [key, map] : maps) {
+            for (std::size_t i = 0; i < words; ++i) {
+                for (word_t left = map.bits[i]; left != 0; left &= left - 1) {
+                    visit(element_at((key * words + i) * word_bits + lowest(left)));
+                }
+            }
+        }
+    }
+
+    /// The map for elements with a key; null where there is none.
+    maps_t::value_type* map_find(std::uintptr_t key) const;
     /// The element after or before one, null where there is none; of null, the first or the last.
     KO_API element_t* after(const element_t* e) const;
     KO_API element_t* before(const element_t* e) const;
 
     maps_t maps; ///< by address divided by what a map covers; none is empty
     size_type total = 0;
-    maps_t::value_type* recent = nullptr; ///< the map that was changed last
+    maps_t::value_type* recent = nullptr; ///< the map that was changed last; null when it is gone
 };
 
 } // namespace ko::lxml

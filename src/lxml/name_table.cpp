@@ -1,5 +1,6 @@
 #include "lxml/name_table.h"
 
+#include <cstdint>
 #include <cstring>
 
 #include "exception/exception.h"
@@ -33,7 +34,7 @@ bool change(std::map<int, int>& bindings, int from, int to) {
 
 } // namespace
 
-name_table_t::name_table_t(document_t& target) : document(target), slots() {}
+name_table_t::name_table_t(document_t& target) : document(target), slots(), recent() {}
 
 const unsigned short* name_table_t::slot_find(const char* name, std::size_t size) const {
     const std::size_t first = hash(name, size);
@@ -50,23 +51,34 @@ const unsigned short* name_table_t::slot_find(const char* name, std::size_t size
     return nullptr;
 }
 
-bool name_table_t::find(const char* name, names_t& out) const {
-    const unsigned short* const slot = slot_find(name, std::strlen(name));
-    if (slot == nullptr || *slot == 0 || entries[*slot - 1U].names.has_prefix) {
+name_table_t::entry_t* name_table_t::recall(const char* name) {
+    unsigned short& last = recent[reinterpret_cast<std::uintptr_t>(name) % addresses];
+    if (last == 0 || std::strcmp(entries[last - 1U].text.c_str(), name) != 0) {
+        const unsigned short* const slot = slot_find(name, std::strlen(name));
+        if (slot == nullptr || *slot == 0) {
+            return nullptr;
+        }
+        last = *slot;
+    }
+    return &entries[last - 1U];
+}
+
+bool name_table_t::find(const char* name, names_t& out) {
+    const entry_t* const known = recall(name);
+    if (known == nullptr || known->names.has_prefix) {
         return false;
     }
-    out = entries[*slot - 1U].names;
+    out = known->names;
     return true;
 }
 
 names_t name_table_t::get(const char* name) {
+    if (entry_t* const known = recall(name)) {
+        bind(*known);
+        return known->names;
+    }
     const std::size_t size = std::strlen(name);
     const unsigned short* const slot = slot_find(name, size);
-    if (slot != nullptr && *slot != 0) {
-        entry_t& known = entries[*slot - 1U];
-        bind(known);
-        return known.names;
-    }
     entry_t entry = take_apart(std::string(name, size));
     const names_t names = entry.names;
     if (slot != nullptr && entries.size() < entries_max && bytes + size <= bytes_max) {

@@ -33,7 +33,7 @@ public:
     /// @throws ko::exception_t "error parsing uri : got %i tokens"
     names_t get(const char* name);
     /// The atoms of a name without prefix that has been met before. @return whether it is one
-    bool find(const char* name, names_t& out) const;
+    bool find(const char* name, names_t& out);
 
 private:
     struct entry_t {
@@ -46,8 +46,11 @@ private:
     static constexpr std::size_t slots_size = 1024; ///< a power of 2
     static constexpr std::size_t entries_max = slots_size / 2;
     static constexpr std::size_t probes_max = 8;
+    static constexpr std::size_t addresses = 256; ///< a power of 2
     static constexpr std::size_t bytes_max = 1 << 20;
 
+    /// The entry of a name; null where the table has none.
+    entry_t* recall(const char* name);
     /// The slot of a name, or the empty one where it belongs; null when there is neither.
     const unsigned short* slot_find(const char* name, std::size_t size) const;
     entry_t take_apart(const std::string& name);
@@ -56,6 +59,7 @@ private:
     document_t& document;
     tokenizer_t tokens;
     std::array<unsigned short, slots_size> slots; ///< numbers of entries, counted from 1
+    std::array<unsigned short, addresses> recent; ///< numbers of entries by address of the name
     std::vector<entry_t> entries;
     std::size_t bytes = 0;    ///< of the texts of the entries
     std::size_t bindings = 1; ///< grows when a binding of the document changes

@@ -14,33 +14,20 @@ namespace ko::lxml {
 class named_children_t {
 public:
     /// Goes forward in document order.
-    class const_iterator {
+    class const_iterator : public forward_facade_t<const_iterator, element_t* const&> {
     public:
-        using iterator_category = std::forward_iterator_tag;
-        using value_type = element_t*;
-        using difference_type = std::ptrdiff_t;
-        using pointer = element_t* const*;
-        using reference = element_t* const&;
-
         const_iterator() = default;
-        reference operator*() const { return *at; }
-        const_iterator& operator++() {
-            at = range->next(std::next(at));
-            return *this;
-        }
-        const_iterator operator++(int) {
-            const const_iterator before = *this;
-            ++*this;
-            return before;
-        }
-        bool operator==(const const_iterator& other) const { return at == other.at; }
-        bool operator!=(const const_iterator& other) const { return at != other.at; }
 
     private:
         friend class named_children_t;
+        friend class forward_facade_t<const_iterator, element_t* const&>;
 
         const_iterator(const named_children_t* owner, child_list_t::const_iterator place)
             : range(owner), at(place) {}
+
+        element_t* const& get() const { return *at; }
+        void step() { at = range->next(std::next(at)); }
+        bool equals(const const_iterator& other) const { return at == other.at; }
 
         const named_children_t* range = nullptr;
         child_list_t::const_iterator at;

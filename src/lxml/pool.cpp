@@ -1,6 +1,5 @@
 #include "lxml/pool.h"
 
-#include <cstdint>
 #include <new>
 
 #if defined(__has_feature)
@@ -40,19 +39,6 @@ constexpr std::size_t units_of(std::size_t size) {
 }
 
 } // namespace
-
-/// Stands at the start of the first page of a block, after the head of the page.
-struct pool_t::block_t {
-    pool_t* pool; ///< null when it is gone
-    block_t* next;
-    std::size_t size;
-    long lent; ///< pieces that a host is to give back; it may give one before it takes it
-};
-
-/// The head of a page.
-struct pool_t::page_t {
-    block_t* block;
-};
 
 /// A piece that is free.
 struct pool_t::free_t {
@@ -99,10 +85,6 @@ void pool_t::release(void* piece, std::size_t size) noexcept {
     forbid(piece, units * unit);
 }
 
-pool_t* pool_t::of(const void* piece) noexcept {
-    return page_of(piece).block->pool;
-}
-
 void pool_t::lend(void* piece) noexcept {
     ++page_of(piece).block->lent;
 }
@@ -122,11 +104,6 @@ void pool_t::release_lent(void* piece, std::size_t size) noexcept {
         allow(memory, block->size);
         ::operator delete(memory, std::align_val_t(page_size));
     }
-}
-
-pool_t::page_t& pool_t::page_of(const void* piece) noexcept {
-    const auto address = reinterpret_cast<std::uintptr_t>(piece);
-    return *reinterpret_cast<page_t*>(address & ~std::uintptr_t{page_size - 1});
 }
 
 /// What is left of the page before is lost: less than the size of an element.

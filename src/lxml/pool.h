@@ -14,6 +14,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace ko::lxml {
 
@@ -39,7 +40,7 @@ public:
     void release(void* piece, std::size_t size) noexcept;
 
     /// The pool of a piece of memory that came from one; null when it is gone.
-    static pool_t* of(const void* piece) noexcept;
+    static pool_t* of(const void* piece) noexcept { return page_of(piece).block->pool; }
     /// Notes that a host is to give a piece back by `release_lent`, or that it no longer is.
     static void lend(void* piece) noexcept;
     static void take_back(void* piece) noexcept; ///< @copydoc lend
@@ -51,8 +52,19 @@ public:
     bool is_closing() const { return closing; }
 
 private:
-    struct block_t;
-    struct page_t;
+    /// Stands at the start of the first page of a block, after the head of the page.
+    struct block_t {
+        pool_t* pool; ///< null when it is gone
+        block_t* next;
+        std::size_t size;
+        long lent; ///< pieces that a host is to give back; it may give one before it takes it
+    };
+
+    /// The head of a page.
+    struct page_t {
+        block_t* block;
+    };
+
     struct free_t;
     struct cursor_t {
         char* at = nullptr;        ///< what is free of the current page
@@ -61,7 +73,10 @@ private:
         std::size_t pages = 0;     ///< of the next block; 0 before the first one
     };
 
-    static page_t& page_of(const void* piece) noexcept;
+    static page_t& page_of(const void* piece) noexcept {
+        const auto address = reinterpret_cast<std::uintptr_t>(piece);
+        return *reinterpret_cast<page_t*>(address & ~std::uintptr_t{page_size - 1});
+    }
     void page_next(cursor_t& cursor);
     void block_add(cursor_t& cursor);
     void page_open(cursor_t& cursor, block_t* block, char* page) noexcept;

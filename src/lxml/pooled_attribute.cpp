@@ -1,15 +1,12 @@
 #include "lxml/pooled_attribute.h"
 
-#include <string>
 #include <typeinfo>
 
 namespace ko::lxml {
 
 pooled_attribute_t::pooled_attribute_t(atom_table_t* table, int name_id, int ns_id,
                                        std::string_view text)
-    : attribute_t(table, name_id, ns_id, std::string()) {
-    value.assign(text);
-}
+    : attribute_t(table, {ns_id, name_id}, text) {}
 
 attribute_t* pooled_attribute_t::make(const void* neighbour, atom_table_t* table, int name_id,
                                       int ns_id, std::string_view text) {

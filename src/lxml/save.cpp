@@ -28,22 +28,21 @@ constexpr escapes_t make_escapes() {
     made.set('&', "&amp;");
     made.set('<', "&lt;");
     made.set('>', "&gt;");
+    made.set_end('\0');
     return made;
 }
 
+/// What is written for a text; it ends at an embedded zero byte.
 constexpr escapes_t escapes = make_escapes();
 
-/// What is escaped of a text: it ends at an embedded zero byte.
-std::string_view encoded_part(const std::string& text) {
-    return text.c_str();
-}
-
 std::string_view trimmed(std::string_view text) {
-    const auto begin = std::find_if_not(text.begin(), text.end(), ascii::is_space);
-    const auto end = std::find_if_not(text.rbegin(), text.rend(), ascii::is_space).base();
-    return begin < end ? text.substr(static_cast<std::size_t>(begin - text.begin()),
-                                     static_cast<std::size_t>(end - begin))
-                       : std::string_view();
+    while (!text.empty() && ascii::is_space(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && ascii::is_space(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 /// The layout of one element's own tags.
@@ -113,7 +112,7 @@ private:
         }
     }
 
-    void put_declaration(const document_t& document, layout_style_t style) {
+    [[gnu::cold]] void put_declaration(const document_t& document, layout_style_t style) {
         out.put("<?xml version=\"1.0\" standalone=\"yes\"?>");
         put_endl(style);
         if (!document.stylesheet.empty()) {
@@ -124,7 +123,7 @@ private:
         }
     }
 
-    void put_bindings(const document_t& document) {
+    [[gnu::cold]] void put_bindings(const document_t& document) {
         for (const auto& [uri, prefix] : document.uri_to_prefix) {
             const std::string& prefix_text = document.atoms->text_get(prefix);
             if (!prefix_text.empty()) {
@@ -141,20 +140,20 @@ private:
             out.put(':');
         }
         out.put(attribute.name_get());
-        out.put("=\"");
-        out.put(encoded_part(attribute.value), escapes);
-        out.put("\" ");
+        out.put('=', '"');
+        out.put(attribute.value, escapes);
+        out.put('"', ' ');
     }
 
     /// Writes what follows the start tag of an element without children.
     void put_leaf(const element_t& e, layout_style_t style) {
         if (e.text.empty() && e.cdata.empty()) {
-            out.put("/>");
+            out.put('/', '>');
             put_endl(style);
             return;
         }
         out.put('>');
-        out.put(encoded_part(e.text), escapes);
+        out.put(e.text, escapes);
         if (!e.cdata.empty()) {
             put_cdata(e.cdata);
         }
@@ -173,14 +172,14 @@ private:
         }
     }
 
-    void put_cdata(const std::string& cdata) {
+    [[gnu::cold]] void put_cdata(const std::string& cdata) {
         out.put("<![CDATA[");
         out.put(cdata);
         out.put("]]>");
     }
 
     void put_end(const element_t& e, layout_style_t style) {
-        out.put("</");
+        out.put('<', '/');
         put_name(prefix_of(e, *e.document), e);
         out.put('>');
         put_endl(style);
@@ -197,18 +196,18 @@ private:
 
     /// Writes what stands in quotes after a name, and the space that ends every attribute.
     void put_value(std::string_view value) {
-        out.put("=\"");
+        out.put('=', '"');
         out.put(value);
-        out.put("\" ");
+        out.put('"', ' ');
     }
 
-    void put_indent(layout_style_t style) {
+    [[gnu::cold]] void put_indent(layout_style_t style) {
         for (int i = 0; style.pretty && i < style.indent; ++i) {
             out.put(' ');
         }
     }
 
-    void put_endl(layout_style_t style) {
+    [[gnu::cold]] void put_endl(layout_style_t style) {
         if (style.pretty) {
             out.put('\n');
             out.flush();
@@ -247,9 +246,11 @@ std::string xml_encode(const std::string& text) {
     char block[escapes_t::room(part)];
     std::string out;
     out.reserve(text.size());
-    for (std::string_view left = encoded_part(text); !left.empty();
+    bool is_whole = true;
+    for (std::string_view left = text; is_whole && !left.empty();
          left.remove_prefix(std::min(left.size(), part))) {
-        char* const end = escapes.apply(left.substr(0, part), block);
+        char* end = block;
+        is_whole = escapes.apply(left.substr(0, part), end);
         out.append(block, end);
     }
     return out;

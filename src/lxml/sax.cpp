@@ -35,10 +35,10 @@ void sax_t::start_element(const char* name, const char* const* attributes) {
     try {
         gather(attributes);
     } catch (...) {
-        e->attributes_fill(gathered);
+        e->attributes.fill(document.atoms, gathered);
         throw;
     }
-    e->attributes_fill(gathered);
+    e->attributes.fill(document.atoms, gathered);
 }
 
 /// Names that are new and prefixes are met in the order of `strcmp`. Where there are none, the

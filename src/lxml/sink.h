@@ -19,8 +19,10 @@ namespace ko::lxml {
 
 /// What is written for one byte.
 struct escape_t {
-    unsigned char size = 0; ///< 0 where the byte stands for itself
+    unsigned char size = 0; ///< 0 where the byte stands for itself, `ends` where it ends a text
     char text[7] = {};
+
+    static constexpr unsigned char ends = 8;
 };
 
 /// What is written for each byte.
@@ -43,22 +45,30 @@ public:
         set(c, ";");
     }
 
+    /// Makes a byte the end of a text: neither it nor what follows it is written.
+    constexpr void set_end(unsigned char c) { by_byte[c] = {escape_t::ends, {}}; }
+
     /// The most that is written for `size` bytes.
     static constexpr std::size_t room(std::size_t size) { return size * sizeof(escape_t); }
 
-    /// Writes what stands for `text` to a place with the `room` for it.
-    /// @return the place after it
-    char* apply(std::string_view text, char* to) const {
+    /// Writes what stands for `text` to a place with the `room` for it and moves `to` behind it.
+    /// @return whether the text did not meet its end before
+    bool apply(std::string_view text, char*& to) const {
+        char* at = to;
         for (const char c : text) {
             const escape_t& escape = by_byte[static_cast<unsigned char>(c)];
             if (escape.size == 0) {
-                *to++ = c;
+                *at++ = c;
+            } else if (escape.size != escape_t::ends) {
+                std::memcpy(at, escape.text, sizeof escape.text);
+                at += escape.size;
             } else {
-                std::memcpy(to, escape.text, sizeof escape.text);
-                to += escape.size;
+                to = at;
+                return false;
             }
         }
-        return to;
+        to = at;
+        return true;
     }
 
 private:
@@ -87,10 +97,22 @@ public:
         block[used++] = c;
     }
 
+    void put(char first, char second) {
+        if (size - used < 2) {
+            hand_over();
+        }
+        char* const at = block.get() + used;
+        used += 2;
+        at[0] = first;
+        at[1] = second;
+    }
+
     void put(std::string_view text, const escapes_t& escapes) {
         while (escapes_t::room(text.size()) > size - used) {
             const std::size_t part = (size - used) / escapes_t::room(1);
-            put_escaped(text.substr(0, part), escapes);
+            if (!put_escaped(text.substr(0, part), escapes)) {
+                return;
+            }
             text.remove_prefix(part);
             if (size - used < escapes_t::room(64)) {
                 hand_over();
@@ -100,7 +122,7 @@ public:
     }
 
     /// Gives the stream all that was put so far.
-    void hand_over() {
+    [[gnu::cold]] void hand_over() {
         os.write(block.get(), static_cast<std::streamsize>(used));
         used = 0;
     }
@@ -114,12 +136,14 @@ public:
 private:
     static constexpr std::size_t size = 32768;
 
-    void put_escaped(std::string_view text, const escapes_t& escapes) {
-        char* const begin = block.get();
-        used = static_cast<std::size_t>(escapes.apply(text, begin + used) - begin);
+    bool put_escaped(std::string_view text, const escapes_t& escapes) {
+        char* to = block.get() + used;
+        const bool is_whole = escapes.apply(text, to);
+        used = static_cast<std::size_t>(to - block.get());
+        return is_whole;
     }
 
-    void put_large(std::string_view text) {
+    [[gnu::cold]] void put_large(std::string_view text) {
         hand_over();
         if (text.size() < size) {
             put(text);

@@ -80,7 +80,6 @@ TEST(limits, refuse_entities_that_make_many_elements) {
 }
 
 TEST(limits, do_not_touch_what_is_written) {
-
     EXPECT_EQ(refusal_of(document("", repeated("<a/>", 300000))), "");
     EXPECT_EQ(refusal_of(document("", repeated("<a b=''/>", 300000))), "");
     EXPECT_EQ(refusal_of(document("", repeated("<a xmlns='u'/>", 300000))), "");
@@ -118,6 +117,7 @@ TEST(limits, refuse_attributes_whose_names_become_long) {
     EXPECT_EQ(refusal_of(attributes_in(uri, 500)), "");
     EXPECT_EQ(refusal_of(attributes_in(uri, 20000)), too_large);
     EXPECT_EQ(refusal_of(attributes_in("urn:a_name_of_usual_length", 20000)), "");
+    EXPECT_EQ(refusal_of(attributes_in(std::string(2000, 'u'), 20000)), "");
 }
 
 TEST(limits, refuse_a_long_namespace_name_before_expat_copies_it) {

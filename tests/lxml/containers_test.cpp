@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <set>
@@ -248,6 +250,69 @@ TEST_F(containers, elements_are_sets_of_their_own_too) {
     EXPECT_EQ(copy, set);
     copy.clear();
     EXPECT_EQ(copy.begin(), copy.end());
+}
+
+TEST_F(containers, elements_come_and_go_as_in_a_set) {
+    std::vector<element_t*> all;
+    for (int i = 0; i < 300; ++i) {
+        all.push_back(doc.element_create("x", ""));
+    }
+    std::mt19937 random(1);
+    std::set<element_t*> model;
+    document_t::elements_t set;
+    for (int i = 0; i < 5000; ++i) {
+        element_t* const e = all[random() % all.size()];
+        const bool is_added = random() % 1000 >= (i < 2500 ? 400U : 700U);
+        EXPECT_EQ(set.count(e), model.count(e));
+        EXPECT_EQ(is_added ? set.insert(e).second : set.erase(e) != 0,
+                  is_added ? model.insert(e).second : model.erase(e) != 0);
+    }
+    EXPECT_EQ(set.size(), model.size());
+    EXPECT_TRUE(std::equal(set.begin(), set.end(), model.begin(), model.end()));
+}
+
+/// What an iterator says of itself, and a step forward and back each way.
+template <class I, class C> void expect_iterator(I first, const C& list) {
+    using traits_t = std::iterator_traits<I>;
+    static_assert(
+        std::is_base_of_v<std::forward_iterator_tag, typename traits_t::iterator_category>, "");
+    static_assert(std::is_same_v<typename traits_t::difference_type, std::ptrdiff_t>, "");
+    static_assert(std::is_same_v<typename traits_t::pointer,
+                                 std::add_pointer_t<typename traits_t::reference>>,
+                  "");
+    static_assert(std::is_default_constructible_v<I> && std::is_trivially_copyable_v<I>, "");
+    I at = first;
+    EXPECT_EQ(*at, *list.begin());
+    EXPECT_EQ(at++, first);
+    EXPECT_NE(at, first);
+    EXPECT_EQ(++first, at);
+    EXPECT_EQ((*at.operator->())->name_get(), (*at)->name_get());
+}
+
+template <class I, class C> void expect_both_ways(I first, const C& list) {
+    using category_t = typename std::iterator_traits<I>::iterator_category;
+    static_assert(std::is_same_v<category_t, std::bidirectional_iterator_tag>, "");
+    expect_iterator(first, list);
+    I at = std::next(first);
+    EXPECT_EQ(at--, std::next(first));
+    EXPECT_EQ(at, first);
+    EXPECT_EQ(--++at, first);
+}
+
+TEST_F(containers, iterators_are_those_of_the_standard_library) {
+    element_t& e = *doc.root;
+    e.children = {loose[0], loose[0]};
+    e.attribute_set("a", "1");
+    e.attribute_set("b", "2");
+    expect_both_ways(e.children.begin(), e.children);
+    expect_both_ways(e.children.cbegin(), e.children);
+    expect_both_ways(e.attributes.begin(), e.attributes);
+    expect_both_ways(doc.elements.begin(), doc.elements);
+    const auto named = e.children_named("a");
+    expect_iterator(named.begin(), named);
+    EXPECT_TRUE(e.children.begin() == e.children.cbegin());
+    *e.children.begin() = loose[1];
+    EXPECT_EQ(names(e.children), "ba");
 }
 
 TEST_F(containers, memory_is_used_again) {

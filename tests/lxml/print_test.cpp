@@ -35,6 +35,18 @@ TEST(print, writes_a_space_after_every_name_and_attribute) {
     EXPECT_EQ(root_printed("<a b=''>x</a>"), "<a b=\"\" >x</a>");
 }
 
+TEST(print, ends_an_escaped_text_at_a_zero_byte_however_long_it_is) {
+    for (const std::size_t size : {1U, 100U, 32768U, 100000U}) {
+        const std::string before(size, 'x');
+        const std::string whole = before + std::string("\0<", 2) + before;
+        loaded_t tree("<a/>");
+        tree.doc.root->text = whole;
+        tree.doc.root->attribute_set("b", whole);
+        EXPECT_EQ(printed(tree.doc.root),
+                  declaration + "<a b=\"" + before + "\" >" + before + "</a>");
+    }
+}
+
 TEST(print, escapes_values_of_attributes) {
     EXPECT_EQ(root_printed("<a b='&lt;&gt;&amp;&quot;&apos;&#10;&#228;'/>"),
               "<a b=\"&lt;&gt;&amp;&quot;'&#10;&#195;&#164;\" />");

@@ -37,6 +37,8 @@ TEST(xml_encode, copies_printable_ascii_alone) {
 TEST(xml_encode, ends_at_a_zero_byte) {
     EXPECT_EQ(xml_encode(std::string("a\0b", 3)), "a");
     EXPECT_EQ(xml_encode(""), "");
+    const std::string before(1000, 'a');
+    EXPECT_EQ(xml_encode(before + std::string("\0<", 2) + before), before);
 }
 
 } // namespace
