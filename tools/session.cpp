@@ -249,6 +249,10 @@ void session_t::text_dropped(const ko::xpp::place_t& place) {
     }
 }
 
+void session_t::pass_begun(const ko::lxml::element_t& /*loop*/) {
+    stop_check();
+}
+
 void session_t::element_made(const ko::lxml::element_t& from,
                              const ko::lxml::element_t& made_element) {
     stop_check();

@@ -83,6 +83,7 @@ private:
                            const std::string& message) override;
     void directive_unknown(const ko::xpp::place_t& place, const std::string& name) override;
     void text_dropped(const ko::xpp::place_t& place) override;
+    void pass_begun(const ko::lxml::element_t& loop) override;
     void element_made(const ko::lxml::element_t& source,
                       const ko::lxml::element_t& made_element) override;
 

@@ -219,7 +219,7 @@ void attribute_set_t::tree_make() {
 }
 
 attribute_t** attribute_set_t::array_allocate(std::size_t number) const {
-    const std::size_t size = number * sizeof(attribute_t*);
+    const std::size_t size = number * sizeof(attribute_t*); // NOLINT(bugprone-sizeof-expression)
     void* const memory = is_in_element != 0 && size <= pool_t::piece_max
                              ? pool_t::of(this)->allocate(size)
                              : ::operator new(size);
@@ -227,7 +227,8 @@ attribute_t** attribute_set_t::array_allocate(std::size_t number) const {
 }
 
 void attribute_set_t::array_free() noexcept {
-    const std::size_t size = capacity * sizeof(attribute_t*);
+    const std::size_t size =
+        capacity * sizeof(attribute_t*); // NOLINT(bugprone-sizeof-expression)
     if (size == 0) {
         return;
     }

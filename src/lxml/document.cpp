@@ -138,6 +138,7 @@ void document_t::element_free(element_t* e) {
     element_destroy(e);
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): its elements are those of the document.
 void document_t::tree_free(element_t* e) noexcept {
     // Each child hands its children over before it goes, so that nothing is allocated.
     while (!e->children.empty()) {

@@ -193,7 +193,8 @@ private:
     using positions_t = std::unordered_map<const element_t*, position_t>;
 
     KO_LOCAL element_t* element_make(int name_id, int ns_id);
-    /// Frees an element with its descendants, each of which is linked in one place.
+    /// Frees an element with its descendants, each of which is linked in one place and the
+    /// document's, so that nothing is thrown. NOLINTNEXTLINE(bugprone-exception-escape)
     KO_LOCAL void tree_free(element_t* e) noexcept;
     KO_LOCAL void position_set(const element_t* e, const position_t& position);
     /// Makes sure that the document owns `e`, before which nothing of `e` may be touched: an

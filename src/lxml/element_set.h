@@ -122,7 +122,7 @@ private:
     using maps_t = std::map<std::uintptr_t, map_t>;
 
     static element_t* element_at(std::uintptr_t slot) {
-        return reinterpret_cast<element_t*>(slot * spacing);
+        return reinterpret_cast<element_t*>(slot * spacing); // NOLINT(performance-no-int-to-ptr)
     }
     /// The number of the lowest bit of a word other than 0.
     static std::size_t lowest(word_t word) {

@@ -75,7 +75,8 @@ private:
 
     static page_t& page_of(const void* piece) noexcept {
         const auto address = reinterpret_cast<std::uintptr_t>(piece);
-        return *reinterpret_cast<page_t*>(address & ~std::uintptr_t{page_size - 1});
+        return *reinterpret_cast<page_t*>( // NOLINT(performance-no-int-to-ptr)
+            address & ~std::uintptr_t{page_size - 1});
     }
     void page_next(cursor_t& cursor);
     void block_add(cursor_t& cursor);

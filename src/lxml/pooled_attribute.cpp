@@ -29,6 +29,7 @@ bool pooled_attribute_t::is_beside(const void* neighbour, const attribute_t* a) 
     return typeid(*a) == typeid(pooled_attribute_t) && pool_t::of(a) == pool_t::of(neighbour);
 }
 
+// NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): hosts only delete.
 void pooled_attribute_t::operator delete(void* place) noexcept {
     pool_t::release_lent(place, sizeof(pooled_attribute_t));
 }

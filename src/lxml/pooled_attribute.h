@@ -27,7 +27,7 @@ public:
 
     static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void*, void*) noexcept {}
-    /// What `delete` of a host calls.
+    /// What `delete` of a host calls. NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads)
     static void operator delete(void* place) noexcept;
 
 private:

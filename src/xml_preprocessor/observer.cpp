@@ -16,4 +16,6 @@ void observer_t::element_made(const lxml::element_t& /*source*/,
 
 observer_t::~observer_t() = default;
 
+void observer_t::pass_begun(const lxml::element_t& /*loop*/) {}
+
 } // namespace ko::xpp

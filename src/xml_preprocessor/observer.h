@@ -51,6 +51,10 @@ public:
                               const ko::lxml::element_t& output);
 
     virtual ~observer_t();
+
+    /// A pass of a loop begins, or a value of "specify" is at work.
+    /// @param loop the directive
+    virtual void pass_begun(const ko::lxml::element_t& loop);
 };
 
 } // namespace ko::xpp

@@ -34,8 +34,14 @@ public:
         }
     }
 
+    void pass_begun(const element_t& loop) override {
+        if (elements) {
+            told("pass " + loop.name_get());
+        }
+    }
+
     std::vector<std::string> lines;
-    bool elements = false; ///< whether elements are written down
+    bool elements = false; ///< whether elements and passes are written down
     std::string refused;   ///< what makes it throw
 
 private:
@@ -121,8 +127,17 @@ TEST_F(preprocessor_observer, is_told_of_the_text_beside_what_an_include_brings_
 TEST_F(preprocessor_observer, is_told_of_each_element_with_its_texts_and_attributes) {
     recorder.elements = true;
     EXPECT_THAT(told("<x:repeat index='i' first='1' last='2'><a e:n='i'>t<b/></a></x:repeat>"),
-                ElementsAre("element r <r />", "element a <a n=\"1\" >t</a>", "element b <b />",
-                            "element a <a n=\"2\" >t</a>", "element b <b />"));
+                ElementsAre("element r <r />", "pass repeat", "element a <a n=\"1\" >t</a>",
+                            "element b <b />", "pass repeat", "element a <a n=\"2\" >t</a>",
+                            "element b <b />"));
+}
+
+TEST_F(preprocessor_observer, is_told_of_each_pass_of_a_loop_that_makes_nothing) {
+    recorder.elements = true;
+    EXPECT_THAT(told("<x:repeat index='i' first='1' last='2'/>"
+                     "<x:for initialize='k=0' condition='k&lt;1' update='k=k+1'/>"
+                     "<x:repeat index='i' first='2' last='1'/>"),
+                ElementsAre("element r <r />", "pass repeat", "pass repeat", "pass for"));
 }
 
 TEST_F(preprocessor_observer, can_ask_where_an_element_is_made) {
@@ -152,6 +167,7 @@ TEST_F(preprocessor_observer, ends_the_process_by_what_it_throws) {
         {"unknown", "<x:none/>"},
         {"text", "<x:if condition='1'>t</x:if>"},
         {"element b", "<a><b/></a>"},
+        {"pass", "<x:repeat index='i' first='1' last='2'/>"},
     };
     for (const auto& [what, content] : cases) {
         recorder.refused = what;
