@@ -34,6 +34,7 @@
 
 #include "algebra/calculator.h"
 #include "algebra/context.h"
+#include "algebra/translator.h"
 #include "algebra/unit.h"
 #include "algebra/value_stack.h"
 
@@ -106,6 +107,8 @@ public:
 
     /// Evaluates `expression` and stores its value.
     void assign(const std::string& name, const std::string& expression);
+    /// What makes programs for this machine, and for its evaluator.
+    translator_t& translator_get() { return translator; }
     /// True while a program runs.
     bool is_running() const { return !frames.empty(); }
 
@@ -119,17 +122,15 @@ private:
         budget_t* drawn;
         bool returned;
     };
-    /// What a step leads to.
-    enum class outcome_e { goes_on, calls_host, done };
 
     using bodies_t = std::map<std::pair<environment_t, std::string>, unit_ptr_t>;
 
     // The run (machine.cpp).
-    void begin(unit_t& unit, run_t& run);
+    run_t begin(unit_t& unit);
     void execute(run_t& run);
     void end(const run_t& run) noexcept;
     bool loop(run_t& run);
-    outcome_e step_do(const instruction_t& step, run_t& run);
+    bool step_do(const instruction_t& step, run_t& run);
     slot_t leaf(operand_e kind, argument_t argument);
     slot_t operand_take(const instruction_t& step);
     void unary(const instruction_t& step);
@@ -137,6 +138,7 @@ private:
     bool leave(run_t& run);
     bool give_back(run_t& run);
     bool give_back(run_t& run, result_t value);
+    bool steps_do(run_t& run);
     void frame_push(unit_t& unit, frame_e kind);
     void frame_end() noexcept;
     void frame_enter();
@@ -200,6 +202,7 @@ private:
     [[noreturn]] void fail(opcode_e opcode);
 
     context_t& base;
+    translator_t translator;
     calculator_t calculator;
     value_stack_t values;
     std::vector<frame_t> frames;

@@ -105,7 +105,7 @@ void machine_t::parameters_bind(std::size_t first) {
 unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     const context_t& state = *frame().state;
     const environment_t environment{state.functions.identity_get(),
-                                    state.functions.scripts_get()->identity_get(),
+                                    state.functions.scripts_identity_get(),
                                     state.macros.identity_get()};
     if (bodies_family != state.family || bodies_identity == 0) {
         bodies_drop(state.family);
@@ -157,7 +157,6 @@ unit_ptr_t machine_t::body_make(const function_t& function) {
     lexer_settings_t settings = settings_of(frame());
     settings.numeric_only = false; // an evaluator begins without
     std::string error;
-    translator_t& translator = base.translator;
     if (!translator.statement_get(function.body, &frame().state->macros) ||
         !translator.translate(settings, program, error)) {
         throw exception_t(error);
@@ -177,8 +176,8 @@ void machine_t::evaluate_call(const instruction_t& instruction) {
     lexer_settings_t settings;
     settings.budget = base.drawn;
     std::string error;
-    if (!base.translator.statement_get(text, nullptr) ||
-        !base.translator.translate(settings, *unit->program, error)) {
+    if (!translator.statement_get(text, nullptr) ||
+        !translator.translate(settings, *unit->program, error)) {
         throw exception_t(error);
     }
     frame().resume = pc;
@@ -214,8 +213,7 @@ unit_t& machine_t::idle_get() {
 
 void machine_t::assign(const std::string& name, const std::string& expression) {
     unit_t& nothing = idle_get();
-    run_t run{};
-    begin(nothing, run);
+    run_t run = begin(nothing);
     try {
         // The name may be the parse error, which the parse replaces.
         assign_begin(name, expression);
@@ -236,7 +234,6 @@ void machine_t::assign_begin(std::string name, const std::string& text) {
     const bool is_bare = caller.is_bare;
     const bool is_isolated = caller.is_isolated;
     context_t& state = *caller.state;
-    translator_t& translator = base.translator;
     if (translator.statement_get(text, is_bare ? nullptr : &state.macros)) {
         std::string error;
         if (!translator.translate(settings_of(caller), *unit->program, error)) {
