@@ -84,10 +84,11 @@ void calculation_maker_t::reals_add() {
     for (std::size_t i = 0; i < made.names; ++i) {
         are_reals[i] = !made.registers[i].is_integer();
     }
-    const bool is_good =
-        std::all_of(made.steps.begin(), made.steps.end(),
-                    [&](const step_t& step) { return is_of_reals(step, are_reals); });
-    if (is_good && !made.may_give_a_name) {
+    bool is_good = !made.may_give_a_name;
+    for (const step_t& step : made.steps) {
+        is_good = is_good && is_of_reals(step, are_reals);
+    }
+    if (is_good) {
         for (const number_t& number : made.registers) {
             made.reals.push_back(number_t::of_float(number.float_of_number()));
         }
@@ -234,9 +235,10 @@ bool calculation_maker_t::call(const instruction_t& instruction) {
         settle(i);
     }
     const std::uint16_t argument = stack[first];
-    const bool is_given =
-        std::any_of(stack.begin() + static_cast<std::ptrdiff_t>(first), stack.end(),
-                    [this](std::uint16_t place) { return givens[place]; });
+    bool is_given = false;
+    for (std::size_t i = first; i < stack.size(); ++i) {
+        is_given = is_given || givens[stack[i]];
+    }
     stack.resize(first);
     put(instruction.opcode, argument, static_cast<std::uint16_t>(instruction.a.place), count);
     give(stack.back(), is_given); // a function may give its argument

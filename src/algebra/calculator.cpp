@@ -191,9 +191,11 @@ const cell_t* calculator_t::name_find(const unit_t& unit, name_link_t& link) con
 
 /// True when all variables can be given as a register has them.
 bool calculator_t::names_are_plain(const unit_t& unit) {
-    return std::all_of(unit.names.begin(), unit.names.end(), [](const name_link_t& link) {
-        return number_t::is_plain(link.to_read->value);
-    });
+    bool are_plain = true;
+    for (const name_link_t& link : unit.names) {
+        are_plain = are_plain && number_t::is_plain(link.to_read->value);
+    }
+    return are_plain;
 }
 
 /// Finds out what the links of calls must agree with, once a calculation calls anything.

@@ -177,7 +177,6 @@ void machine_t::frame_end() noexcept {
 /// Ends a program with its value on top.
 /// @return true when it was that of the run
 bool machine_t::leave(run_t& run) {
-    frame_t& ended = frame();
     if (frames.size() == run.frames + 1) {
         return true;
     }
@@ -185,13 +184,8 @@ bool machine_t::leave(run_t& run) {
     if (value.kind() == slot_t::borrowed) {
         value = values.keep_copy(value.value()); // what it is borrowed from may go with the frame
     }
-    if (ended.kind == frame_e::assign) {
-        context_t& state = *ended.state;
-        cell_t& cell = state.variables.cell(ended.extras().target);
-        if (ended.is_isolated) {
-            state.variables.journal_put(cell);
-        }
-        cell_set(cell, value);
+    if (frame().kind == frame_e::assign) {
+        assign_end(value);
     }
     frame_end();
     values.data()[top++] = value;

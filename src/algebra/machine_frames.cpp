@@ -7,6 +7,9 @@
 
 namespace ko::alg {
 
+frame_extra_t::frame_extra_t() = default;
+frame_extra_t::~frame_extra_t() = default;
+
 /// What the program at `place` lets the parser know.
 lexer_settings_t machine_t::settings_of(const frame_t& place) const {
     lexer_settings_t settings;
@@ -114,6 +117,15 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
         link.environment == environment) {
         return *link.body;
     }
+    unit_t& body = body_find(function, environment);
+    link.bodies = bodies_identity;
+    link.environment = environment;
+    link.body = &body;
+    return body;
+}
+
+/// The body from the collection, which it is put into where it is missing.
+unit_t& machine_t::body_find(const function_t& function, const environment_t& environment) {
     std::string key = function.body;
     for (const std::string& parameter : function.parameters) {
         key += '\0' + parameter;
@@ -122,15 +134,12 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     if (found == bodies.end()) {
         unit_ptr_t made = body_make(function);
         if (bodies.size() >= bodies_max) {
-            bodies_drop(state.family);
+            bodies_drop(bodies_family);
         }
         found =
             bodies.emplace(std::make_pair(environment, std::move(key)), std::move(made)).first;
     }
-    link.bodies = bodies_identity;
-    link.environment = environment;
-    link.body = found->second.get();
-    return *link.body;
+    return *found->second;
 }
 
 /// Lets go of all bodies, and of the links to them; collects those of a family from now on.
@@ -258,6 +267,17 @@ void machine_t::assign_begin(std::string name, const std::string& text) {
         state.nesting.enter();
     }
     frame_enter();
+}
+
+/// Gives the variable of an assignment its value.
+void machine_t::assign_end(const slot_t& value) {
+    frame_t& ended = frame();
+    context_t& state = *ended.state;
+    cell_t& cell = state.variables.cell(ended.extras().target);
+    if (ended.is_isolated) {
+        state.variables.journal_put(cell);
+    }
+    cell_set(cell, value);
 }
 
 /// Gives every isolated frame an evaluator of its own, so that a host function can be called.
