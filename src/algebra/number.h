@@ -10,9 +10,9 @@
 namespace ko::alg {
 
 /// An integer or a float in eight bytes: the view of its own type alone.
-class number_t {
+class number_t { // NOLINT(cppcoreguidelines-pro-type-member-init): of a union, one member is
 public:
-    number_t() = default;
+    number_t() = default; // NOLINT(cppcoreguidelines-pro-type-member-init): the same
     static number_t of_int(int value) {
         number_t made;
         made.integer = value;

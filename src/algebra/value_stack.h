@@ -68,6 +68,7 @@ public:
     float float_view() const { return arm::float_of(static_cast<std::uint32_t>(word >> 32U)); }
     /// What a borrowed slot refers to.
     const result_t& value() const {
+        // A word keeps numbers, too. NOLINTNEXTLINE(performance-no-int-to-ptr)
         return *reinterpret_cast<const result_t*>(static_cast<std::uintptr_t>(word));
     }
     /// Where the value of an owned slot lies.
