@@ -10,21 +10,29 @@
 
 namespace ko::alg {
 
+namespace {
+
+/// Out of the way of those that can be used.
+[[noreturn, gnu::noinline]] void fail_unusable(bool was_moved) {
+    throw exception_t(std::string(was_moved ? "algebra_t -- the evaluator was moved from"
+                                            : "algebra_t -- used by its own resolver or output"));
+}
+
+} // namespace
+
 algebra_t::algebra_t() : imp(new imp_t(*this)) {}
 
 algebra_t::algebra_t(const algebra_t& other) : imp(nullptr) {
-    const imp_t& source = other.state();
-    auto made = std::make_unique<imp_t>(*this);
-    made->copy(source);
-    imp = made.release();
+    imp = new imp_t(*this, other.state());
 }
 
 algebra_t& algebra_t::operator=(const algebra_t& other) {
     const imp_t& source = other.state();
     if (imp == nullptr) {
-        imp = new imp_t(*this);
+        imp = new imp_t(*this, source);
+    } else {
+        state().copy(source);
     }
-    state().copy(source);
     return *this;
 }
 
@@ -40,9 +48,7 @@ algebra_t::algebra_t(algebra_t&& other) noexcept : imp(nullptr) {
         return;
     }
     try {
-        auto made = std::make_unique<imp_t>(*this);
-        made->copy(*other.imp);
-        imp = made.release();
+        imp = new imp_t(*this, *other.imp);
     } catch (...) {
         // As if it had been moved from: each use says so.
     }
@@ -55,11 +61,8 @@ algebra_t::~algebra_t() {
 /// What the evaluator owns.
 /// @throws ko::exception_t it must not be used
 algebra_t::imp_t& algebra_t::state() const {
-    if (imp == nullptr) {
-        throw exception_t(std::string("algebra_t -- the evaluator was moved from"));
-    }
-    if (imp->is_lent()) {
-        throw exception_t(std::string("algebra_t -- used by its own resolver or output"));
+    if (imp == nullptr || imp->is_lent()) {
+        fail_unusable(imp == nullptr);
     }
     return *imp;
 }
@@ -107,7 +110,7 @@ bool algebra_t::evaluate(const std::string& text, result_t& value, error_t& erro
     own.program_clear();
     try {
         const bool is_good = own.parse(text);
-        failure.statement = own.translator.statement_text_get();
+        failure.statement = own.machine_get().translator_get().statement_text_get();
         failure.offset = failure.statement.size();
         if (is_good) {
             value = own.evaluate();
@@ -115,7 +118,7 @@ bool algebra_t::evaluate(const std::string& text, result_t& value, error_t& erro
             return true;
         }
         failure.message = own.parse_error;
-        failure.offset = own.translator.failure_offset_get();
+        failure.offset = own.machine_get().translator_get().failure_offset_get();
     } catch (const exception_t& e) {
         failure.message = e.what();
     }

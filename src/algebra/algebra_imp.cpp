@@ -32,7 +32,7 @@ private:
 
 } // namespace
 
-/// Copies first, so that a failure leaves this object as it was.
+/// Copies first; from the last line that can fail on, what has been copied is moved.
 void algebra_t::imp_t::copy(const imp_t& other) {
     if (this == &other) {
         return;
@@ -41,10 +41,11 @@ void algebra_t::imp_t::copy(const imp_t& other) {
     variables_t variables_copy = other.variables;
     resolver_t resolver_copy = other.resolver;
     output_t output_copy = other.output;
-    nesting.origin_take(other.nesting);
+    const nesting_t::origin_ptr_t origin = other.nesting.origin_for_copy();
     functions = other.functions;
+    nesting.origin_take(origin);
     program = std::move(program_copy);
-    variables = variables_copy;
+    variables = std::move(variables_copy);
     macros = other.macros;
     resolver = std::move(resolver_copy);
     output = std::move(output_copy);
@@ -69,6 +70,7 @@ void algebra_t::imp_t::program_clear() {
 }
 
 bool algebra_t::imp_t::parse(const std::string& text) {
+    translator_t& translator = machine_get().translator_get();
     if (!translator.statement_get(text, &macros)) {
         return false;
     }
@@ -88,6 +90,7 @@ bool algebra_t::imp_t::parse(const std::string& text) {
 }
 
 bool algebra_t::imp_t::parse(const std::string& text, list_t& tokens) {
+    translator_t& translator = machine_get().translator_get();
     if (!translator.statement_get(text, &macros)) {
         return false;
     }
@@ -118,7 +121,7 @@ result_t algebra_t::imp_t::evaluate() {
     if (program == nullptr) {
         return {};
     }
-    if (number_t value; machine->calculate(*program, value)) {
+    if (number_t value; machine_get().calculate(*program, value)) {
         return value.value();
     }
     return perform();
@@ -128,7 +131,7 @@ result_t algebra_t::imp_t::evaluate() {
 result_t algebra_t::imp_t::perform() {
     const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
     bool returned = false;
-    return machine->perform(*program, returned);
+    return machine_get().perform(*program, returned);
 }
 
 result_t algebra_t::imp_t::evaluate(const list_t& tokens) {
@@ -147,7 +150,7 @@ result_t algebra_t::imp_t::evaluate(const list_t& tokens) {
 }
 
 void algebra_t::imp_t::eval_and_assign(const std::string& name, const std::string& expression) {
-    machine->assign(name, expression);
+    machine_get().assign(name, expression);
 }
 
 void algebra_t::imp_t::memory_copy(const imp_t& other) {

@@ -16,7 +16,8 @@ public:
     using return_exception_t = alg::return_exception_t;
 
     using context_t::context_t;
-    /// Copies all but the numeric-only flag and the parse error.
+    /// Becomes a copy of another one, and keeps the numeric-only flag and the parse error. A
+    /// failure leaves this object as it was.
     void copy(const imp_t& other);
 
     /// The state of an evaluator.

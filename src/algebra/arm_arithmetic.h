@@ -81,6 +81,11 @@ inline int truncate(double value) {
     return static_cast<int>(value);
 }
 
+inline int truncate(float value) {
+    const bool is_within = std::fabs(value) < 2147483648.0F; // a NaN is not
+    return is_within ? static_cast<int>(value) : truncate(static_cast<double>(value));
+}
+
 inline std::uint32_t bits_of(float value) {
     std::uint32_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);

@@ -29,6 +29,11 @@ public:
         text_bytes = 0;
     }
 
+    /// Whether an evaluation may take so many steps, and go on.
+    bool is_within(std::uint64_t count) const {
+        return (count <= limits.steps || limits.steps == 0) &&
+               (interrupt == nullptr || !interrupt->load(std::memory_order_relaxed));
+    }
     /// Draws the steps of a program and looks whether the host wants the end.
     /// @throws ko::exception_t a limit is exceeded, or the evaluation is interrupted
     void steps_draw(std::size_t count) {

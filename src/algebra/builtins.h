@@ -26,11 +26,11 @@ constexpr int builtin_arguments_max = 3;
 /// A built-in function; constant data.
 struct builtin_t {
     std::string_view name;
-    int count; ///< of arguments
     /// The quick way for arguments that are all numbers; may be null.
     number_t (*of_numbers)(const number_t* arguments);
     /// The general way; null where the machine does the work.
     result_t (*apply)(const builtin_call_t& call);
+    int count; ///< of arguments
     opcode_e opcode = opcode_e::builtin;
     bool changes = false; ///< whether it may change variables
 };

@@ -33,6 +33,8 @@ private:
     bool binary(const instruction_t& instruction);
     bool call(const instruction_t& instruction);
     bool jump(const instruction_t& instruction);
+    void reals_add();
+    bool is_of_reals(const step_t& step, const std::vector<bool>& are_reals) const;
 
     const program_t& program;
     calculation_t made;
@@ -72,7 +74,46 @@ calculation_t calculation_maker_t::make() {
         made.steps[place].out =
             static_cast<std::uint16_t>(goals[made.steps[place].out] - (place + 1));
     }
+    reals_add();
     return std::move(made);
+}
+
+/// Makes the registers for floats alone, if there can be such.
+void calculation_maker_t::reals_add() {
+    std::vector<bool> are_reals(made.registers.size(), true);
+    for (std::size_t i = 0; i < made.names; ++i) {
+        are_reals[i] = !made.registers[i].is_integer();
+    }
+    bool is_good = !made.may_give_a_name;
+    for (const step_t& step : made.steps) {
+        is_good = is_good && is_of_reals(step, are_reals);
+    }
+    if (is_good) {
+        for (const number_t& number : made.registers) {
+            made.reals.push_back(number_t::of_float(number.float_of_number()));
+        }
+    }
+}
+
+/// Whether a step can be done with floats, an integer among its operands being made one. Steps
+/// give floats then, so that only literals are integers.
+bool calculation_maker_t::is_of_reals(const step_t& step,
+                                      const std::vector<bool>& are_reals) const {
+    switch (step.opcode) {
+    case opcode_e::add:
+    case opcode_e::subtract:
+    case opcode_e::multiply:
+    case opcode_e::divide:
+        return are_reals[step.a] || are_reals[step.b];
+    case opcode_e::negate:
+    case opcode_e::positive:
+    case opcode_e::push:
+    case opcode_e::builtin:
+    case opcode_e::end:
+        return are_reals[step.a]; // further arguments have been pushed
+    default:
+        return false;
+    }
 }
 
 /// Gives every literal number a register, in the order of the code.
@@ -194,9 +235,10 @@ bool calculation_maker_t::call(const instruction_t& instruction) {
         settle(i);
     }
     const std::uint16_t argument = stack[first];
-    const bool is_given =
-        std::any_of(stack.begin() + static_cast<std::ptrdiff_t>(first), stack.end(),
-                    [this](std::uint16_t place) { return givens[place]; });
+    bool is_given = false;
+    for (std::size_t i = first; i < stack.size(); ++i) {
+        is_given = is_given || givens[stack[i]];
+    }
     stack.resize(first);
     put(instruction.opcode, argument, static_cast<std::uint16_t>(instruction.a.place), count);
     give(stack.back(), is_given); // a function may give its argument

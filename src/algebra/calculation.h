@@ -11,6 +11,9 @@
 namespace ko::alg {
 
 /// Steps with three addresses, made from a program and the same as long as that.
+///
+/// Formulas of measured quantities are sums and products of floats. Where nothing but floats can
+/// come out of such ones, the steps can be done without a look at any type.
 struct calculation_t {
     /// What it does with the registers `a` and `b` goes to the register `out`. A jump has the
     /// number of steps that it leaves out in `out`; a call has its first argument in `a` and its
@@ -25,6 +28,9 @@ struct calculation_t {
 
     std::vector<step_t> steps; ///< none where the program is no calculation
     std::vector<number_t> registers;
+    /// The same for the case that all variables are floats, all of them floats; none where values
+    /// of the program can be integers even then.
+    std::vector<number_t> reals;
     std::uint32_t names = 0;      ///< register of the first variable
     std::uint32_t failures = 0;   ///< in a row
     bool may_give_a_name = false; ///< whether its value may be that of a variable as it is

@@ -54,6 +54,17 @@ inline bool quick_do(const calculation_t::step_t& step, number_t* r) {
     }
 }
 
+/// Calls a built-in function with floats.
+/// @return false where it gives an integer
+inline bool real_call(const program_t& program, const calculation_t::step_t& step, number_t* r) {
+    const number_t given = program.targets[step.b].callee.builtin->of_numbers(r + step.a);
+    if (given.is_integer()) {
+        return false;
+    }
+    r[step.out] = given;
+    return true;
+}
+
 /// Does any other step of two operands.
 /// @return false for a division by zero
 bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
@@ -68,10 +79,8 @@ bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
 
 /// Whether a program may begin within the bounds of the evaluation.
 inline bool calculator_t::may_go_on(const program_t& program) {
-    const budget_t& budget = base.budget;
     steps += program.steps;
-    return (steps <= budget.limits.steps || budget.limits.steps == 0) &&
-           (budget.interrupt == nullptr || !budget.interrupt->load(std::memory_order_relaxed));
+    return base.budget.is_within(steps);
 }
 
 /// Reads the variables.
@@ -88,6 +97,65 @@ inline bool calculator_t::names_load(unit_t& unit) {
         *out++ = number_t::of_value(cell->value);
     }
     return !calculation.may_give_a_name || names_are_plain(unit);
+}
+
+/// Reads the variables where they are floats, and known.
+inline bool calculator_t::reals_load(unit_t& unit) const {
+    unit.links_check(base.family, base.variables.generation_get());
+    number_t* out = unit.calculation->reals.data() + unit.calculation->names;
+    for (const name_link_t& link : unit.names) {
+        const cell_t* const cell = link.to_read;
+        if (cell == nullptr || !cell->is_present || !number_t::is_float(cell->value)) {
+            return false;
+        }
+        out++->real_set(result_members_t::real(cell->value));
+    }
+    return true;
+}
+
+/// Computes the value of a program where all values are floats.
+bool calculator_t::reals_run(unit_t& unit, number_t& value) const {
+    if (!base.budget.is_within(unit.program->steps) || !reals_load(unit)) {
+        return false;
+    }
+    number_t* const r = unit.calculation->reals.data();
+    for (const step_t* at = unit.calculation->steps.data();; ++at) {
+        const float a = r[at->a].float_view();
+        number_t& out = r[at->out];
+        switch (at->opcode) {
+        case opcode_e::add:
+            out.real_set(a + r[at->b].float_view());
+            break;
+        case opcode_e::subtract:
+            out.real_set(a - r[at->b].float_view());
+            break;
+        case opcode_e::multiply:
+            out.real_set(a * r[at->b].float_view());
+            break;
+        case opcode_e::divide:
+            if (r[at->b].float_view() == 0.0F) {
+                return false;
+            }
+            out.real_set(a / r[at->b].float_view());
+            break;
+        case opcode_e::negate:
+            out.real_set(arm::negate(a));
+            break;
+        case opcode_e::positive:
+        case opcode_e::push:
+            out.real_set(a);
+            break;
+        case opcode_e::builtin:
+            if (!real_call(*unit.program, *at, r)) {
+                return false;
+            }
+            break;
+        default:
+            value = number_t::of_float(a);
+            unit.calculation->failures = 0;
+            return !std::isnan(a);
+        }
+    }
 }
 
 bool calculator_t::try_run(unit_t& unit, std::uint64_t bodies, number_t& value) {
@@ -123,9 +191,11 @@ const cell_t* calculator_t::name_find(const unit_t& unit, name_link_t& link) con
 
 /// True when all variables can be given as a register has them.
 bool calculator_t::names_are_plain(const unit_t& unit) {
-    return std::all_of(unit.names.begin(), unit.names.end(), [](const name_link_t& link) {
-        return number_t::is_plain(link.to_read->value);
-    });
+    bool are_plain = true;
+    for (const name_link_t& link : unit.names) {
+        are_plain = are_plain && number_t::is_plain(link.to_read->value);
+    }
+    return are_plain;
 }
 
 /// Finds out what the links of calls must agree with, once a calculation calls anything.
@@ -134,8 +204,7 @@ void calculator_t::links_check() {
         window.resize(calculation_window);
         calls.reserve(calculation_calls_max);
     }
-    const environment_t now{base.functions.identity_get(),
-                            base.functions.scripts_get()->identity_get(),
+    const environment_t now{base.functions.identity_get(), base.functions.scripts_identity_get(),
                             base.macros.identity_get()};
     if (family != base.family || !(now == environment) || bodies_identity != bodies_checked) {
         family = base.family;

@@ -10,6 +10,11 @@
 /// unknown variable, a division by zero, a limit. The machine then runs the program from its
 /// beginning, as though nothing had been tried. Whatever is rare or fails is left to the machine.
 ///
+/// Where the variables are floats and nothing else can come of them, a second loop does the steps
+/// without a look at types. What is not a number is not looked for on the way either: all that is
+/// made of it is none, but what a function chooses and what is compared, for which it is all the
+/// same which one it is. So the value tells, and then the first loop begins anew.
+///
 /// A script function can be called whose body is a calculation and names nothing but its
 /// parameters: it gets registers of its own in the window.
 #pragma once
@@ -51,7 +56,11 @@ public:
             --unit.rest;
             return false;
         }
-        return base.drawn == nullptr && base.nesting.is_plain() && try_run(unit, bodies, value);
+        if (base.drawn != nullptr || !base.nesting.is_plain()) {
+            return false;
+        }
+        const bool has_reals = unit.calculation != nullptr && !unit.calculation->reals.empty();
+        return (has_reals && reals_run(unit, value)) || try_run(unit, bodies, value);
     }
 
 private:
@@ -67,6 +76,8 @@ private:
     bool try_run(unit_t& unit, std::uint64_t bodies, number_t& value);
     void give_up(unit_t& unit);
     bool names_load(unit_t& unit);
+    bool reals_run(unit_t& unit, number_t& value) const;
+    bool reals_load(unit_t& unit) const;
     const cell_t* name_find(const unit_t& unit, name_link_t& link) const;
     static bool names_are_plain(const unit_t& unit);
     bool compute(unit_t& unit, number_t& value);

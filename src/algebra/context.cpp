@@ -8,9 +8,21 @@ namespace ko::alg {
 
 context_t::context_t(algebra_t& evaluator)
     : owner(&evaluator), family(std::make_shared<family_t>()), variables(*family),
-      macros(*family), functions(*family), machine(std::make_unique<machine_t>(*this)) {}
+      macros(*family), functions(*family) {}
+
+context_t::context_t(algebra_t& evaluator, const context_t& other)
+    : owner(&evaluator), family(other.family), variables(other.variables), macros(other.macros),
+      functions(other.functions), resolver(other.resolver), output(other.output),
+      program(unit_share(other.program.get())), nesting(other.nesting.origin_for_copy()) {
+    budget.bounds_take(other.budget);
+}
 
 context_t::~context_t() = default;
+
+machine_t& context_t::machine_make() {
+    machine = std::make_unique<machine_t>(*this);
+    return *machine;
+}
 
 lending_t::lending_t(const context_t& context)
     : lent(context.drawn == nullptr ? context.lent : context.drawn->lent), before(lent) {

@@ -14,7 +14,6 @@
 #include "algebra/identity.h"
 #include "algebra/macro_table.h"
 #include "algebra/nesting.h"
-#include "algebra/translator.h"
 #include "algebra/unit.h"
 #include "algebra/variables.h"
 
@@ -26,10 +25,14 @@ class machine_t;
 /// The state of an evaluator.
 struct context_t {
     explicit context_t(algebra_t& evaluator);
+    /// A copy of all but the numeric-only flag and the parse error, for another evaluator.
+    context_t(algebra_t& evaluator, const context_t& other);
     context_t(const context_t&) = delete;
     context_t& operator=(const context_t&) = delete;
     ~context_t();
 
+    /// What translates and runs programs here. Made when there is first something to do.
+    machine_t& machine_get() { return machine == nullptr ? machine_make() : *machine; }
     /// The value of a variable.
     /// @throws ko::exception_t there is none, and the resolver knows none
     result_t variable_get(const std::string& name) const;
@@ -59,8 +62,11 @@ struct context_t {
     budget_t budget;
     budget_t* drawn = nullptr; ///< the budget of the evaluation that runs; null when none does
     mutable bool lent = false; ///< to a callback of the host, while no evaluation runs
-    translator_t translator;
-    std::unique_ptr<machine_t> machine; ///< never null
+
+private:
+    machine_t& machine_make();
+
+    std::unique_ptr<machine_t> machine; ///< null until it is first used
 };
 
 /// The time during which a callback of the host runs that is not given the evaluator, and must

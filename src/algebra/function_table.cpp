@@ -61,25 +61,31 @@ void script_table_t::names_get(std::vector<std::string>& out) const {
     }
 }
 
-function_table_t::function_table_t(family_t& numbers)
-    : scripts(std::make_shared<script_table_t>(numbers)), family(&numbers) {}
-
 function_table_t::function_table_t(const function_table_t& other)
     : hosts(other.hosts), script_list(other.script_list),
-      scripts(std::make_shared<script_table_t>(*other.scripts)), family(other.family),
-      identity(other.identity) {}
+      scripts(other.scripts == nullptr ? nullptr
+                                       : std::make_shared<script_table_t>(*other.scripts)),
+      family(other.family), identity(other.identity) {}
 
-/// The calls parsed with this table keep it and find what the assignment brings.
+/// The calls parsed with this table keep it and find what the assignment brings. A failure
+/// leaves this object as it was.
 function_table_t& function_table_t::operator=(const function_table_t& other) {
+    if (scripts != nullptr || other.scripts != nullptr) {
+        const script_table_t& taken = *other.scripts_get();
+        *scripts_get() = taken;
+    }
     hosts = other.hosts;
     script_list = other.script_list;
-    *scripts = *other.scripts;
     family = other.family;
     identity = other.identity;
     return *this;
 }
 
 function_table_t::~function_table_t() = default;
+
+const std::shared_ptr<script_table_t>& function_table_t::scripts_make() const {
+    return scripts = std::make_shared<script_table_t>(*family);
+}
 
 void function_table_t::host_define(host_record_t function) {
     const auto record = std::make_shared<const host_record_t>(std::move(function));
@@ -120,14 +126,16 @@ bool function_table_t::script_define(const std::string& key, const std::string& 
     }
     std::list<std::pair<std::string, function_t>> addition{{function.name, function}};
     auto& list = script_list.write();
-    scripts->define(function);
+    scripts_get()->define(function);
     list.splice(list.end(), addition);
     return true;
 }
 
 void function_table_t::scripts_clear() {
     script_list = {};
-    scripts->clear();
+    if (scripts != nullptr) {
+        scripts->clear();
+    }
 }
 
 void function_table_t::script_definitions_get(macros_t& out) const {

@@ -69,7 +69,7 @@ public:
     using macros_t = std::list<std::pair<std::string, std::string>>;
 
     /// @param numbers the family that the identities are taken from; not owned
-    explicit function_table_t(family_t& numbers);
+    explicit function_table_t(family_t& numbers) : family(&numbers) {}
     function_table_t(const function_table_t& other);
     function_table_t& operator=(const function_table_t& other);
     ~function_table_t();
@@ -91,10 +91,16 @@ public:
     bool script_define(const std::string& key, const std::string& body);
     /// @return the script function, or null
     const function_t* script_find(std::string_view name) const {
-        return scripts->is_empty() ? nullptr : scripts->find(name);
+        return scripts == nullptr || scripts->is_empty() ? nullptr : scripts->find(name);
     }
-    /// The script functions; never null.
-    const std::shared_ptr<script_table_t>& scripts_get() const { return scripts; }
+    /// The script functions; never null. Made when somebody first asks for them.
+    const std::shared_ptr<script_table_t>& scripts_get() const {
+        return scripts == nullptr ? scripts_make() : scripts;
+    }
+    /// Their identity, for which nothing has to be made.
+    std::uint64_t scripts_identity_get() const {
+        return scripts == nullptr ? 0 : scripts->identity_get();
+    }
     /// Removes all script functions and their recorded definitions.
     void scripts_clear();
     /// Appends every script function ever defined, as "name( p1, p2 )" and its body.
@@ -107,9 +113,11 @@ public:
 private:
     using hosts_t = std::map<std::string, std::shared_ptr<const host_record_t>, std::less<>>;
 
+    const std::shared_ptr<script_table_t>& scripts_make() const;
+
     cow_t<hosts_t> hosts;
     cow_t<std::list<std::pair<std::string, function_t>>> script_list;
-    std::shared_ptr<script_table_t> scripts;
+    mutable std::shared_ptr<script_table_t> scripts;
     family_t* family;
     std::uint64_t identity = 0;
 };

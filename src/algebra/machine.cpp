@@ -1,7 +1,5 @@
 #include "algebra/machine.h"
 
-#include <optional>
-
 #include "algebra/number_operators.h"
 #include "exception/exception.h"
 
@@ -55,8 +53,7 @@ result_t machine_t::run(unit_t& unit, bool& returned) {
 }
 
 result_t machine_t::perform(unit_t& unit, bool& returned) {
-    run_t run{};
-    begin(unit, run);
+    run_t run = begin(unit);
     execute(run);
     returned = run.returned;
     try {
@@ -70,8 +67,7 @@ result_t machine_t::perform(unit_t& unit, bool& returned) {
 }
 
 bool machine_t::run_list(unit_t& unit, std::vector<result_t>& out) {
-    run_t run{};
-    begin(unit, run);
+    run_t run = begin(unit);
     execute(run);
     try {
         for (std::size_t i = run.slots; i < top; ++i) {
@@ -86,11 +82,11 @@ bool machine_t::run_list(unit_t& unit, std::vector<result_t>& out) {
 }
 
 /// Begins a run with a frame of the evaluator's own.
-void machine_t::begin(unit_t& unit, run_t& run) {
+machine_t::run_t machine_t::begin(unit_t& unit) {
     if (frames.empty()) {
         base.variables.tidy();
     }
-    run = {frames.size(), top, values.pool_size(), marks.size(), base.drawn, false};
+    const run_t run = {frames.size(), top, values.pool_size(), marks.size(), base.drawn, false};
     if (base.drawn == nullptr) {
         base.drawn = base.nesting.origin_budget();
         if (base.drawn == nullptr) {
@@ -107,27 +103,31 @@ void machine_t::begin(unit_t& unit, run_t& run) {
         end(run);
         throw;
     }
+    return run;
 }
 
 /// Runs what has begun. The frame of the evaluator stays, with its value or values on top.
 void machine_t::execute(run_t& run) {
-    std::optional<result_t> given; // by a `return` in a tree that a host function has evaluated
-    for (;;) {
-        try {
-            if (given.has_value() && give_back(run, std::move(*given))) {
-                return;
-            }
-            given.reset();
-            while (!loop(run)) {
-                host_call(pc[-1]);
-            }
-            return;
-        } catch (return_exception_t& returned) {
-            given = std::move(returned.value);
-        } catch (...) {
-            end(run);
-            throw;
+    try {
+        while (!steps_do(run)) {
         }
+    } catch (...) {
+        end(run);
+        throw;
+    }
+}
+
+/// Runs until the end, or until a `return` in a tree that a host function has evaluated ends a
+/// program here.
+/// @return true at the end of the run
+bool machine_t::steps_do(run_t& run) {
+    try {
+        while (!loop(run)) {
+            host_call(pc[-1]);
+        }
+        return true;
+    } catch (return_exception_t& returned) {
+        return give_back(run, std::move(returned.value));
     }
 }
 
@@ -177,7 +177,6 @@ void machine_t::frame_end() noexcept {
 /// Ends a program with its value on top.
 /// @return true when it was that of the run
 bool machine_t::leave(run_t& run) {
-    frame_t& ended = frame();
     if (frames.size() == run.frames + 1) {
         return true;
     }
@@ -185,13 +184,8 @@ bool machine_t::leave(run_t& run) {
     if (value.kind() == slot_t::borrowed) {
         value = values.keep_copy(value.value()); // what it is borrowed from may go with the frame
     }
-    if (ended.kind == frame_e::assign) {
-        context_t& state = *ended.state;
-        cell_t& cell = state.variables.cell(ended.extras().target);
-        if (ended.is_isolated) {
-            state.variables.journal_put(cell);
-        }
-        cell_set(cell, value);
+    if (frame().kind == frame_e::assign) {
+        assign_end(value);
     }
     frame_end();
     values.data()[top++] = value;
@@ -219,9 +213,13 @@ bool machine_t::give_back(run_t& run, result_t value) {
 /// The value of an operand that is a leaf.
 inline slot_t machine_t::leaf(operand_e kind, argument_t argument) {
     if (kind == operand_e::name) {
-        const cell_t* const cell = frame().unit->names[argument.place].to_read;
-        if (cell != nullptr && cell->is_present && number_t::is_number(cell->value)) {
-            return slot_t::of_number(cell->value);
+        const unit_t& unit = *frame().unit;
+        const cell_t* const cell = unit.names[argument.place].to_read;
+        if (cell != nullptr && cell->is_present) {
+            const slot_t slot = slot_t::of_value(cell->value);
+            if (slot.is_number() || !unit.program->may_change) {
+                return slot;
+            }
         }
         return load(argument.place);
     }
@@ -260,9 +258,14 @@ bool machine_t::loop(run_t& run) {
         } else {
             top = static_cast<std::size_t>(slot - values.data());
             pc = at;
-            const outcome_e outcome = step_do(step, run);
-            if (outcome != outcome_e::goes_on) {
-                return outcome == outcome_e::done;
+            if (step.opcode == opcode_e::host_call) {
+                return false;
+            }
+            if (step.opcode == opcode_e::end && frames.size() == run.frames + 1) {
+                return true;
+            }
+            if (step_do(step, run)) {
+                return true;
             }
             at = pc;
             slot = values.data() + top;
@@ -271,42 +274,41 @@ bool machine_t::loop(run_t& run) {
 }
 
 /// Does a step that is not done in the loop, but for calls.
-machine_t::outcome_e machine_t::step_do(const instruction_t& step, run_t& run) {
+/// @return true at the end of the run
+bool machine_t::step_do(const instruction_t& step, run_t& run) {
     switch (step.opcode) {
     case opcode_e::negate:
     case opcode_e::positive:
     case opcode_e::logical_not:
         unary(step);
-        return outcome_e::goes_on;
+        return false;
     case opcode_e::branch:
         branch(step);
-        return outcome_e::goes_on;
+        return false;
     case opcode_e::jump:
         pc = frame().unit->program->code.data() + step.b.place;
-        return outcome_e::goes_on;
+        return false;
     case opcode_e::store:
         store(step.a.place, values.data()[top - 1]);
-        return outcome_e::goes_on;
+        return false;
     case opcode_e::list_begin:
         marks.push_back(top);
-        return outcome_e::goes_on;
+        return false;
     case opcode_e::watch:
         base.drawn->watch();
-        return outcome_e::goes_on;
+        return false;
     case opcode_e::no_operand:
     case opcode_e::no_target:
     case opcode_e::no_value:
         fail(step.opcode);
     case opcode_e::give_back:
         builtin_call(step);
-        return give_back(run) ? outcome_e::done : outcome_e::goes_on;
+        return give_back(run);
     case opcode_e::end:
-        return leave(run) ? outcome_e::done : outcome_e::goes_on;
-    case opcode_e::host_call:
-        return outcome_e::calls_host;
+        return leave(run);
     default:
         call_do(step);
-        return outcome_e::goes_on;
+        return false;
     }
 }
 

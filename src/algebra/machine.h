@@ -34,6 +34,7 @@
 
 #include "algebra/calculator.h"
 #include "algebra/context.h"
+#include "algebra/translator.h"
 #include "algebra/unit.h"
 #include "algebra/value_stack.h"
 
@@ -50,6 +51,11 @@ enum class frame_e : unsigned char { base, script, evaluate, assign };
 
 /// What few frames have.
 struct frame_extra_t {
+    frame_extra_t();
+    frame_extra_t(const frame_extra_t&) = delete;
+    frame_extra_t& operator=(const frame_extra_t&) = delete;
+    ~frame_extra_t();
+
     std::shared_ptr<algebra_t> evaluator; ///< of a script function that calls the host
     std::unique_ptr<nesting_t::call_t> call;
     unit_ptr_t unit;         ///< that only this frame has
@@ -106,6 +112,8 @@ public:
 
     /// Evaluates `expression` and stores its value.
     void assign(const std::string& name, const std::string& expression);
+    /// What makes programs for this machine, and for its evaluator.
+    translator_t& translator_get() { return translator; }
     /// True while a program runs.
     bool is_running() const { return !frames.empty(); }
 
@@ -119,24 +127,23 @@ private:
         budget_t* drawn;
         bool returned;
     };
-    /// What a step leads to.
-    enum class outcome_e { goes_on, calls_host, done };
 
     using bodies_t = std::map<std::pair<environment_t, std::string>, unit_ptr_t>;
 
     // The run (machine.cpp).
-    void begin(unit_t& unit, run_t& run);
+    run_t begin(unit_t& unit);
     void execute(run_t& run);
     void end(const run_t& run) noexcept;
     bool loop(run_t& run);
-    outcome_e step_do(const instruction_t& step, run_t& run);
+    bool step_do(const instruction_t& step, run_t& run);
     slot_t leaf(operand_e kind, argument_t argument);
     slot_t operand_take(const instruction_t& step);
     void unary(const instruction_t& step);
     void branch(const instruction_t& step);
     bool leave(run_t& run);
-    bool give_back(run_t& run);
-    bool give_back(run_t& run, result_t value);
+    [[gnu::cold]] bool give_back(run_t& run);
+    [[gnu::cold]] bool give_back(run_t& run, result_t value);
+    bool steps_do(run_t& run);
     void frame_push(unit_t& unit, frame_e kind);
     void frame_end() noexcept;
     void frame_enter();
@@ -158,7 +165,7 @@ private:
     slot_t unary_general(opcode_e opcode, const slot_t& a);
     slot_t binary_general(opcode_e opcode, const slot_t& a, const slot_t& b);
     slot_t binary_of_integers(opcode_e opcode, const slot_t& a, const slot_t& b);
-    slot_t binary_of_results(opcode_e opcode, const slot_t& a, const slot_t& b);
+    [[gnu::cold]] slot_t binary_of_results(opcode_e opcode, const slot_t& a, const slot_t& b);
     slot_t join(const slot_t& a, const slot_t& b);
     bool texts_of(const slot_t& a, const slot_t& b, const std::string*& x, const std::string*& y);
     int int_of(const slot_t& slot) const;
@@ -178,28 +185,31 @@ private:
     result_t host_apply_list(const host_record_t& host, algebra_t& owner, std::size_t count);
     result_t host_apply(const host_record_t& host, algebra_t& owner, std::size_t count);
     result_t argument_take() { return values.take(values.data()[--top]); }
-    void foreign(const instruction_t& instruction);
+    [[gnu::cold]] void foreign(const instruction_t& instruction);
 
     // Frames of calls (machine_frames.cpp).
     bool arguments_wanted(const instruction_t& instruction);
     void script_call(const instruction_t& instruction);
     const function_t& script_find(const target_t& target, call_link_t& link);
     unit_t& body_get(const function_t& function, call_link_t& link);
-    unit_ptr_t body_make(const function_t& function);
-    void bodies_drop(const family_ptr_t& of);
+    [[gnu::cold]] unit_t& body_find(const function_t& function, const environment_t& environment);
+    [[gnu::cold]] unit_ptr_t body_make(const function_t& function);
+    [[gnu::cold]] void bodies_drop(const family_ptr_t& of);
     void parameters_bind(std::size_t first);
-    void evaluate_call(const instruction_t& instruction);
-    void assign_call(const instruction_t& instruction);
-    unit_t& idle_get();
-    void assign_begin(std::string name, const std::string& text);
-    lexer_settings_t settings_of(const frame_t& place) const;
-    std::string& parse_error_of(std::size_t place);
-    void evaluators_make();
-    void evaluator_make(std::size_t bottom, std::size_t top);
+    [[gnu::cold]] void evaluate_call(const instruction_t& instruction);
+    [[gnu::cold]] void assign_call(const instruction_t& instruction);
+    [[gnu::cold]] unit_t& idle_get();
+    [[gnu::cold]] void assign_begin(std::string name, const std::string& text);
+    [[gnu::cold]] lexer_settings_t settings_of(const frame_t& place) const;
+    [[gnu::cold]] std::string& parse_error_of(std::size_t place);
+    [[gnu::cold]] void evaluators_make();
+    [[gnu::cold]] void evaluator_make(std::size_t bottom, std::size_t top);
 
-    [[noreturn]] void fail(opcode_e opcode);
+    [[gnu::cold]] void assign_end(const slot_t& value);
+    [[noreturn, gnu::cold]] void fail(opcode_e opcode);
 
     context_t& base;
+    translator_t translator;
     calculator_t calculator;
     value_stack_t values;
     std::vector<frame_t> frames;

@@ -1,5 +1,4 @@
 // The machine's calls of built-in functions, of the host's functions and of its tokens.
-#include <algorithm>
 #include <utility>
 
 #include "algebra/machine.h"
@@ -82,15 +81,16 @@ void machine_t::builtin_call(const instruction_t& instruction) {
         return; // what the machine does itself leaves its argument where it is
     }
     slot_t* const arguments = values.data() + top - count;
-    const bool are_numbers =
-        row.of_numbers != nullptr && std::all_of(arguments, values.data() + top, is_plain);
-    if (!are_numbers) {
+    number_t given[builtin_arguments_max];
+    std::size_t plain = 0;
+    while (row.of_numbers != nullptr && plain < count && is_plain(arguments[plain])) {
+        given[plain] = arguments[plain].number();
+        ++plain;
+    }
+    if (row.of_numbers == nullptr || plain < count) {
         builtin_general(target, arguments);
         return;
     }
-    number_t given[builtin_arguments_max];
-    std::transform(arguments, values.data() + top, given,
-                   [](const slot_t& slot) { return slot.number(); });
     *arguments = slot_t::of_number(row.of_numbers(given));
     top -= count - 1;
 }

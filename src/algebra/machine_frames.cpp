@@ -7,6 +7,9 @@
 
 namespace ko::alg {
 
+frame_extra_t::frame_extra_t() = default;
+frame_extra_t::~frame_extra_t() = default;
+
 /// What the program at `place` lets the parser know.
 lexer_settings_t machine_t::settings_of(const frame_t& place) const {
     lexer_settings_t settings;
@@ -105,7 +108,7 @@ void machine_t::parameters_bind(std::size_t first) {
 unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     const context_t& state = *frame().state;
     const environment_t environment{state.functions.identity_get(),
-                                    state.functions.scripts_get()->identity_get(),
+                                    state.functions.scripts_identity_get(),
                                     state.macros.identity_get()};
     if (bodies_family != state.family || bodies_identity == 0) {
         bodies_drop(state.family);
@@ -114,6 +117,15 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
         link.environment == environment) {
         return *link.body;
     }
+    unit_t& body = body_find(function, environment);
+    link.bodies = bodies_identity;
+    link.environment = environment;
+    link.body = &body;
+    return body;
+}
+
+/// The body from the collection, which it is put into where it is missing.
+unit_t& machine_t::body_find(const function_t& function, const environment_t& environment) {
     std::string key = function.body;
     for (const std::string& parameter : function.parameters) {
         key += '\0' + parameter;
@@ -122,15 +134,12 @@ unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     if (found == bodies.end()) {
         unit_ptr_t made = body_make(function);
         if (bodies.size() >= bodies_max) {
-            bodies_drop(state.family);
+            bodies_drop(bodies_family);
         }
         found =
             bodies.emplace(std::make_pair(environment, std::move(key)), std::move(made)).first;
     }
-    link.bodies = bodies_identity;
-    link.environment = environment;
-    link.body = found->second.get();
-    return *link.body;
+    return *found->second;
 }
 
 /// Lets go of all bodies, and of the links to them; collects those of a family from now on.
@@ -157,7 +166,6 @@ unit_ptr_t machine_t::body_make(const function_t& function) {
     lexer_settings_t settings = settings_of(frame());
     settings.numeric_only = false; // an evaluator begins without
     std::string error;
-    translator_t& translator = base.translator;
     if (!translator.statement_get(function.body, &frame().state->macros) ||
         !translator.translate(settings, program, error)) {
         throw exception_t(error);
@@ -177,8 +185,8 @@ void machine_t::evaluate_call(const instruction_t& instruction) {
     lexer_settings_t settings;
     settings.budget = base.drawn;
     std::string error;
-    if (!base.translator.statement_get(text, nullptr) ||
-        !base.translator.translate(settings, *unit->program, error)) {
+    if (!translator.statement_get(text, nullptr) ||
+        !translator.translate(settings, *unit->program, error)) {
         throw exception_t(error);
     }
     frame().resume = pc;
@@ -214,8 +222,7 @@ unit_t& machine_t::idle_get() {
 
 void machine_t::assign(const std::string& name, const std::string& expression) {
     unit_t& nothing = idle_get();
-    run_t run{};
-    begin(nothing, run);
+    run_t run = begin(nothing);
     try {
         // The name may be the parse error, which the parse replaces.
         assign_begin(name, expression);
@@ -236,7 +243,6 @@ void machine_t::assign_begin(std::string name, const std::string& text) {
     const bool is_bare = caller.is_bare;
     const bool is_isolated = caller.is_isolated;
     context_t& state = *caller.state;
-    translator_t& translator = base.translator;
     if (translator.statement_get(text, is_bare ? nullptr : &state.macros)) {
         std::string error;
         if (!translator.translate(settings_of(caller), *unit->program, error)) {
@@ -261,6 +267,17 @@ void machine_t::assign_begin(std::string name, const std::string& text) {
         state.nesting.enter();
     }
     frame_enter();
+}
+
+/// Gives the variable of an assignment its value.
+void machine_t::assign_end(const slot_t& value) {
+    frame_t& ended = frame();
+    context_t& state = *ended.state;
+    cell_t& cell = state.variables.cell(ended.extras().target);
+    if (ended.is_isolated) {
+        state.variables.journal_put(cell);
+    }
+    cell_set(cell, value);
 }
 
 /// Gives every isolated frame an evaluator of its own, so that a host function can be called.

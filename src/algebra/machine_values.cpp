@@ -100,8 +100,8 @@ slot_t machine_t::binary_of_integers(opcode_e opcode, const slot_t& a, const slo
 }
 
 /// Gives the texts of two values when both are strings.
-bool machine_t::texts_of(const slot_t& a, const slot_t& b, const std::string*& x,
-                         const std::string*& y) {
+inline bool machine_t::texts_of(const slot_t& a, const slot_t& b, const std::string*& x,
+                                const std::string*& y) {
     if (a.is_number() || b.is_number()) {
         return false;
     }

@@ -1,21 +1,8 @@
 #include "algebra/nesting.h"
 
-#include <utility>
-
 #include "exception/exception.h"
 
 namespace ko::alg {
-
-nesting_t::call_t::call_t(nesting_t& caller, const std::string& name, budget_t& budget)
-    : state(caller), outer(std::exchange(caller.called, &name)),
-      outer_budget(std::exchange(caller.called_budget, &budget)),
-      outer_origin(std::move(caller.call_origin)) {}
-
-nesting_t::call_t::~call_t() {
-    state.called = outer;
-    state.called_budget = outer_budget;
-    state.call_origin = std::move(outer_origin);
-}
 
 unsigned nesting_t::depth_with_origin() const {
     const std::shared_ptr<const origin_t> source = origin.lock();
@@ -31,10 +18,7 @@ unsigned nesting_t::levels_of_nested(const limits_t& limits) const {
     return 1;
 }
 
-std::weak_ptr<const nesting_t::origin_t> nesting_t::origin_for_copy() const {
-    if (called == nullptr) {
-        return origin;
-    }
+nesting_t::origin_ptr_t nesting_t::origin_of_call() const {
     if (call_origin == nullptr) {
         call_origin =
             std::make_shared<const origin_t>(origin_t{depth_get(), *called, this, called_budget});
@@ -42,8 +26,7 @@ std::weak_ptr<const nesting_t::origin_t> nesting_t::origin_for_copy() const {
     return call_origin;
 }
 
-void nesting_t::origin_take(const nesting_t& source) {
-    const std::weak_ptr<const origin_t> taken = source.origin_for_copy();
+void nesting_t::origin_take(const origin_ptr_t& taken) noexcept {
     const std::shared_ptr<const origin_t> call = taken.lock();
     if (call == nullptr || call->caller != this) {
         origin = taken;
@@ -52,15 +35,15 @@ void nesting_t::origin_take(const nesting_t& source) {
 }
 
 void nesting_t::origin_take_unless_called(const nesting_t& source) {
-    const std::weak_ptr<const origin_t> taken = source.origin_for_copy();
+    const origin_ptr_t taken = source.origin_for_copy();
     if (called == nullptr && !taken.expired()) {
         origin = taken;
         has_origin = true;
     }
 }
 
-budget_t* nesting_t::origin_budget() const {
-    const std::shared_ptr<const origin_t> source = has_origin ? origin.lock() : nullptr;
+budget_t* nesting_t::budget_of_origin() const {
+    const std::shared_ptr<const origin_t> source = origin.lock();
     return source == nullptr ? nullptr : source->budget;
 }
 

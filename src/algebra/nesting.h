@@ -23,6 +23,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "algebra/budget.h"
 
@@ -34,10 +35,6 @@ enum class nested_e { script, evaluation, assignment, host };
 /// The place of one evaluator among nested evaluations. Used by one thread.
 class nesting_t {
 public:
-    nesting_t() = default;
-    nesting_t(const nesting_t&) = delete;
-    nesting_t& operator=(const nesting_t&) = delete;
-
     /// A call that evaluators were copied in.
     struct origin_t {
         unsigned depth;
@@ -45,14 +42,32 @@ public:
         const nesting_t* caller; ///< to compare only; it may be gone
         budget_t* budget;        ///< that the call draws on
     };
+    /// Leads to an origin as long as the call lasts.
+    using origin_ptr_t = std::weak_ptr<const origin_t>;
+
+    nesting_t() = default;
+    /// The place of a copy that is made in the call `taken`, if that leads to one.
+    explicit nesting_t(origin_ptr_t taken) noexcept
+        : has_origin(!taken.expired()), origin(std::move(taken)) {}
+    nesting_t(const nesting_t&) = delete;
+    nesting_t& operator=(const nesting_t&) = delete;
 
     /// The time during which an evaluator calls a function.
     class call_t {
     public:
-        call_t(nesting_t& caller, const std::string& name, budget_t& budget);
+        call_t(nesting_t& caller, const std::string& name, budget_t& budget)
+            : state(caller), outer(std::exchange(caller.called, &name)),
+              outer_budget(std::exchange(caller.called_budget, &budget)),
+              outer_origin(std::move(caller.call_origin)) {}
         call_t(const call_t&) = delete;
         call_t& operator=(const call_t&) = delete;
-        ~call_t();
+        ~call_t() {
+            state.called = outer;
+            state.called_budget = outer_budget;
+            if (state.call_origin != outer_origin) {
+                state.call_origin = std::move(outer_origin);
+            }
+        }
 
     private:
         nesting_t& state;
@@ -73,12 +88,14 @@ public:
     unsigned levels_of_evaluation(const limits_t& limits) const {
         return is_plain() ? 0 : levels_of_nested(limits);
     }
-    /// Becomes part of the call that `source` is copied in.
-    void origin_take(const nesting_t& source);
+    /// What becomes the origin of evaluators that are copied from this one now.
+    origin_ptr_t origin_for_copy() const { return called == nullptr ? origin : origin_of_call(); }
+    /// Becomes part of the call `taken`, if that leads to one, but of none of its own.
+    void origin_take(const origin_ptr_t& taken) noexcept;
     /// The same where only variables are copied, which leaves the call of an evaluator alone.
     void origin_take_unless_called(const nesting_t& source);
     /// The budget of the call that this evaluator was copied in, or null.
-    budget_t* origin_budget() const;
+    budget_t* origin_budget() const { return has_origin ? budget_of_origin() : nullptr; }
     /// True where neither a call nor an origin counts.
     bool is_plain() const { return called == nullptr && !has_origin; }
 
@@ -93,9 +110,10 @@ public:
 
 private:
     [[noreturn]] static void fail(const limits_t& limits, nested_e kind, const std::string& name);
+    budget_t* budget_of_origin() const;
     unsigned depth_with_origin() const;
     unsigned levels_of_nested(const limits_t& limits) const;
-    std::weak_ptr<const origin_t> origin_for_copy() const;
+    origin_ptr_t origin_of_call() const;
 
     unsigned depth = 0; ///< without that of the origin
     bool has_origin = false;
@@ -104,7 +122,7 @@ private:
     budget_t* called_budget = nullptr;
     /// The current call as an origin, once it has been copied in; lives as long as the call.
     mutable std::shared_ptr<const origin_t> call_origin;
-    std::weak_ptr<const origin_t> origin;
+    origin_ptr_t origin;
 };
 
 } // namespace ko::alg

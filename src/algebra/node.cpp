@@ -225,7 +225,7 @@ result_t node_t::evaluate(algebra_t& algebra) const {
     unit_t& unit = unit_of(context, false, own);
     const running_t running(runs);
     bool returned = false;
-    result_t value = context.machine->run(unit, returned);
+    result_t value = context.machine_get().run(unit, returned);
     if (returned) {
         throw return_exception_t{std::move(value)};
     }
@@ -241,7 +241,7 @@ void node_t::evaluate(algebra_t& algebra, std::vector<result_t>& values) const {
     unit_ptr_t own;
     unit_t& unit = unit_of(context, true, own);
     const running_t running(runs);
-    if (!context.machine->run_list(unit, values)) {
+    if (!context.machine_get().run_list(unit, values)) {
         result_t value = std::move(values.back());
         values.pop_back();
         throw return_exception_t{std::move(value)};
@@ -273,12 +273,12 @@ unit_t& node_t::unit_of(context_t& context, bool as_list, unit_ptr_t& own) const
     }
     unit_ptr_t made = unit_make();
     if (is_as_parsed()) {
-        context.translator.compile(*tree, place, as_list, *made->program);
+        context.machine_get().translator_get().compile(*tree, place, as_list, *made->program);
         kept = std::move(made);
         return *kept;
     }
     const syntax_t syntax = syntax_of();
-    context.translator.compile(syntax, syntax.first, as_list, *made->program);
+    context.machine_get().translator_get().compile(syntax, syntax.first, as_list, *made->program);
     own = std::move(made);
     return *own;
 }

@@ -10,9 +10,9 @@
 namespace ko::alg {
 
 /// An integer or a float in eight bytes: the view of its own type alone.
-class number_t {
+class number_t { // NOLINT(cppcoreguidelines-pro-type-member-init): of a union, one member is
 public:
-    number_t() = default;
+    number_t() = default; // NOLINT(cppcoreguidelines-pro-type-member-init): the same
     static number_t of_int(int value) {
         number_t made;
         made.integer = value;
@@ -36,6 +36,11 @@ public:
         return result_members_t::type(value) <= result_t::type_float &&
                result_members_t::text(value).empty();
     }
+    /// True where such a one is a float.
+    static bool is_float(const result_t& value) {
+        return result_members_t::type(value) == result_t::type_float &&
+               result_members_t::text(value).empty();
+    }
     /// True where the other view of a number is what would be computed from its own one. A
     /// `double` has been truncated before it was rounded, and a host may set any type.
     static bool is_plain(const result_t& value) {
@@ -52,10 +57,10 @@ public:
         return type == 0 ? static_cast<float>(int_view()) : float_view();
     }
     /// The integer reading.
-    int int_of_number() const {
-        return type == 0 ? int_view() : arm::truncate(static_cast<double>(float_view()));
-    }
+    int int_of_number() const { return type == 0 ? int_view() : arm::truncate(float_view()); }
     bool is_integer() const { return type == 0; }
+    /// Gives a float another value.
+    void real_set(float value) { real = value; }
     static bool are_integers(const number_t& a, const number_t& b) {
         return (a.type | b.type) == 0;
     }

@@ -182,13 +182,16 @@ bool binder_t::operation_bind(place_t place) {
 
 /// Reports the first operand that is missing, else the first one that is unbound.
 bool binder_t::fail(const operator_t& row, const place_t* operands, unsigned count) {
-    const place_t* const end = operands + count;
-    const place_t* const missing = std::find(operands, end, no_place);
-    const place_t* const wrong =
-        missing != end ? missing
-                       : std::find_if(operands, end, [this](place_t o) { return is_unbound(o); });
-    parse_error =
-        message_of_operand(row, static_cast<unsigned>(wrong - operands), missing != end);
+    unsigned missing = 0;
+    while (missing < count && operands[missing] != no_place) {
+        ++missing;
+    }
+    unsigned unbound = 0;
+    while (missing == count && !is_unbound(operands[unbound])) {
+        ++unbound;
+    }
+    const bool is_missing = missing < count;
+    parse_error = message_of_operand(row, is_missing ? missing : unbound, is_missing);
     return false;
 }
 

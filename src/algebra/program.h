@@ -38,7 +38,7 @@ union argument_t {
 /// A step of the machine. Of binary operators, `left` and `right` tell about the operands; other
 /// instructions use `a` and `b` as their opcode says.
 struct instruction_t {
-    opcode_e opcode;
+    opcode_e opcode = opcode_e::no_value;
     operand_e left = operand_e::stack;
     operand_e right = operand_e::stack;
     argument_t a = {};

@@ -91,8 +91,7 @@ result_t::result_t(unsigned long long value)
                    : result_t(static_cast<float>(value))) {}
 
 result_t::result_t(float value)
-    : int_value(arm::truncate(static_cast<double>(value))), float_value(value), type(type_float) {
-}
+    : int_value(arm::truncate(value)), float_value(value), type(type_float) {}
 
 result_t::result_t(double value)
     : int_value(arm::truncate(value)), float_value(static_cast<float>(value)), type(type_float) {}
@@ -132,7 +131,7 @@ bool result_t::is_string() const {
 
 int result_t::int_get() const {
     if (is_float()) {
-        return arm::truncate(static_cast<double>(float_value));
+        return arm::truncate(float_value);
     }
     return is_string() ? 0 : int_value;
 }

@@ -2,6 +2,8 @@
 
 namespace ko::alg {
 
+unit_t::~unit_t() = default;
+
 void unit_t::links_forget(const family_ptr_t& of, std::uint64_t now) {
     names.assign(program->names.size(), name_link_t());
     if (family != of) {

@@ -56,6 +56,11 @@ struct call_link_t {
 };
 
 struct unit_t {
+    unit_t() = default;
+    unit_t(const unit_t&) = delete;
+    unit_t& operator=(const unit_t&) = delete;
+    ~unit_t();
+
     std::shared_ptr<program_t> program; ///< a constant once it is compiled
     family_ptr_t family;                ///< that the links belong to; null while there are none
     std::uint64_t generation = 0;       ///< of the variables that the links lead to

@@ -68,6 +68,7 @@ public:
     float float_view() const { return arm::float_of(static_cast<std::uint32_t>(word >> 32U)); }
     /// What a borrowed slot refers to.
     const result_t& value() const {
+        // A word keeps numbers, too. NOLINTNEXTLINE(performance-no-int-to-ptr)
         return *reinterpret_cast<const result_t*>(static_cast<std::uintptr_t>(word));
     }
     /// Where the value of an owned slot lies.
@@ -79,7 +80,7 @@ public:
     }
     /// The integer reading of a number.
     int int_of_number() const {
-        return kind() == integer ? int_view() : arm::truncate(static_cast<double>(float_view()));
+        return kind() == integer ? int_view() : arm::truncate(float_view());
     }
     /// The number in the view of its type alone, which is all there is to a single one.
     number_t number() const {
@@ -101,6 +102,12 @@ public:
             return *this;
         }
         return {kind(), static_cast<std::uint32_t>(int_of_number()) | high(float_of_number())};
+    }
+    /// The value of a number that has both its views.
+    result_t value_of_both() const {
+        result_t value;
+        result_members_t::set(value, kind(), int_view(), float_view());
+        return value;
     }
     /// True when both are integers.
     static bool are_integers(const slot_t& a, const slot_t& b) {
@@ -175,10 +182,7 @@ public:
     }
     /// The value of a slot that is a number.
     static result_t number_of(const slot_t& slot) {
-        const slot_t number = slot.completed();
-        result_t value;
-        result_members_t::set(value, number.kind(), number.int_view(), number.float_view());
-        return value;
+        return slot.is_single() ? slot.number().value() : slot.value_of_both();
     }
 
     std::size_t pool_size() const { return pool_used; }

@@ -14,11 +14,16 @@ variables_t::variables_t(const variables_t& other)
       generation(family->number_make()) {}
 
 variables_t& variables_t::operator=(const variables_t& other) {
-    variable_tree_t copied = other.copy();
-    snapshots = other.snapshots;
-    std::swap(values, copied);
+    variables_t copied = other;
+    return *this = std::move(copied);
+}
+
+/// The journal is that of the programs that run here.
+variables_t& variables_t::operator=(variables_t&& other) noexcept {
+    std::swap(values, other.values);
+    snapshots = std::move(other.snapshots);
     family = other.family;
-    generation = family->number_make();
+    generation = other.generation;
     referenced = false;
     return *this;
 }

@@ -34,6 +34,9 @@ public:
     explicit variables_t(family_t& numbers);
     variables_t(const variables_t& other);
     variables_t& operator=(const variables_t& other);
+    variables_t(variables_t&&) = delete;
+    /// Takes the variables and snapshots of a copy that nobody has used yet.
+    variables_t& operator=(variables_t&& other) noexcept;
     ~variables_t() = default;
 
     /// The value, created as the integer 0 when missing.

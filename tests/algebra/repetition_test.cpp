@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 #include "support/evaluation.h"
@@ -59,13 +63,18 @@ constexpr const char* texts[] = {
     "a % 0",
     "pow(a, 2) + strlen(\"xyz\")",
     "a + \"text\"",
+    "7/2*c - c*7/2",
+    "-7/2.0*c + -a/4.0 - -b*2.5",
+    "max(a - b, c)*1.5 + min(c*2.0, 3)",
+    "sqrt(a*1.5)*floor(b/0.5) - abs(-c)",
 };
 
 } // namespace
 
 TEST_F(repetition, gives_the_same_each_time) {
-    const result_t values[] = {result_t(3), result_t(2.5F), result_t(-7), result_t(0.9999999999),
-                               result_t("text")};
+    const result_t values[] = {result_t(3),      result_t(2.5F),           result_t(-7),
+                               result_t("text"), result_t(HUGE_VALF),      result_t(0.9999999999),
+                               result_t(0.0F),   result_t(-std::nanf("5"))};
     for (const result_t& a : values) {
         for (const result_t& b : values) {
             algebra.assign("a", a);
@@ -89,6 +98,62 @@ TEST_F(repetition, follows_a_variable_through_all_types) {
         a = "x";
         ASSERT_EQ(again(), "(s) xx");
     }
+}
+
+TEST_F(repetition, divides_integers_once_floats_have_become_such) {
+    ASSERT_TRUE(algebra.parse("a / b * 2.5"));
+    for (int round = 0; round < 20; ++round) {
+        algebra.assign("a", 7.0F);
+        algebra.assign("b", 2.0F);
+        ASSERT_EQ(again() + again(), "(f) 8.75(f) 8.75");
+        algebra.assign("a", 7);
+        ASSERT_EQ(again(), "(f) 8.75");
+        algebra.assign("b", 2);
+        ASSERT_EQ(again(), "(f) 7.5");
+    }
+}
+
+TEST_F(repetition, reports_a_division_by_zero_among_good_ones) {
+    result_t& a = algebra["a"];
+    ASSERT_TRUE(algebra.parse("1.5 / a + a"));
+    for (int round = 0; round < 20; ++round) {
+        a = 0.5F;
+        ASSERT_EQ(again() + again(), "(f) 3.5(f) 3.5");
+        a = round % 2 == 0 ? 0.0F : -0.0F;
+        ASSERT_EQ(again(), "! divide by zero");
+    }
+}
+
+TEST_F(repetition, gives_each_nan_with_its_bits) {
+    algebra.assign("b", 2.0F);
+    for (const std::uint32_t bits : {0x7FC00001U, 0xFFC12345U, 0x7F800001U, 0xFF800001U}) {
+        float nan = 0;
+        std::memcpy(&nan, &bits, sizeof nan);
+        algebra["a"] = nan;
+        ASSERT_TRUE(algebra.parse("b * 1.5 - a / b"));
+        for (int run = 0; run < 10; ++run) {
+            const float value = algebra.evaluate().float_get();
+            std::uint32_t given = 0;
+            std::memcpy(&given, &value, sizeof given);
+            EXPECT_EQ(given, bits | 0x00400000U) << "run " << run + 1;
+        }
+    }
+}
+
+TEST_F(repetition, of_floats_is_bounded_as_the_first_run_is) {
+    algebra.assign("a", 2.5F);
+    ASSERT_TRUE(algebra.parse("a * 2.0 + a"));
+    EXPECT_EQ(again() + again() + again(), "(f) 7.5(f) 7.5(f) 7.5");
+    limits_t limits;
+    limits.steps = 1;
+    algebra.limits_set(limits);
+    EXPECT_EQ(again(), "! algebra_t -- evaluation exceeds the limit of 1 steps");
+    algebra.limits_set(limits_t());
+    const std::atomic<bool> flag{true};
+    algebra.interrupt_set(&flag);
+    EXPECT_EQ(again(), "! algebra_t -- evaluation interrupted");
+    algebra.interrupt_set(nullptr);
+    EXPECT_EQ(again(), "(f) 7.5");
 }
 
 TEST_F(repetition, keeps_both_views_of_a_value_that_goes_through) {
