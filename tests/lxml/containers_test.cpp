@@ -126,6 +126,23 @@ TEST_F(containers, children_are_copied_and_compared) {
     EXPECT_EQ(names(list), "ac");
 }
 
+TEST_F(containers, children_stay_when_they_are_moved_to_their_own_list) {
+    children_t& list = doc.root->children;
+    list = {loose[0], loose[1], loose[2]};
+    const children_t& same = list;
+    list = same;
+    list.splice(list.begin(), list);
+    list.swap(list);
+    EXPECT_EQ(names(list), "abc");
+    list.splice(list.begin(), list, list.begin());
+    list.splice(std::next(list.begin()), list, list.begin());
+    EXPECT_EQ(names(list), "abc");
+    list.splice(list.begin(), list, std::prev(list.end()));
+    EXPECT_EQ(names(list), "cab");
+    list.splice(list.end(), list, list.begin(), list.begin());
+    EXPECT_EQ(names(list), "cab");
+}
+
 TEST_F(containers, children_may_be_freed_before_they_are_unlinked) {
     doc.root->children.assign(loose.begin(), loose.end());
     for (element_t* child : doc.root->children) {
@@ -161,6 +178,36 @@ TEST_F(containers, attributes_taken_out_belong_to_the_host) {
     EXPECT_TRUE(e.attributes.empty());
     e.attributes.insert(std::make_unique<attribute_t>(doc.atoms, 5, 0, "").release());
     EXPECT_EQ(y->value, std::string(50, '1'));
+}
+
+TEST_F(containers, attributes_taken_out_can_be_put_back) {
+    element_t& e = *loose[0];
+    e.attribute_set("x", "1");
+    e.attribute_set("y", "2");
+    attribute_t* const x = e.attribute_get("x");
+    EXPECT_EQ(e.attributes.erase(x), 1u);
+    EXPECT_EQ(e.attributes.erase(x), 0u);
+    EXPECT_EQ(test::printed(&e), "<a y=\"2\" />");
+    EXPECT_TRUE(e.attributes.insert(x).second);
+    EXPECT_EQ(test::printed(&e), "<a x=\"1\" y=\"2\" />");
+    e.attribute_remove("x");
+    EXPECT_EQ(test::printed(&e), "<a y=\"2\" />");
+}
+
+TEST_F(containers, attributes_belong_to_the_host_after_clear_however_many_there_are) {
+    element_t& e = *loose[0];
+    for (int i = 0; i < 1000; ++i) {
+        e.attribute_set("n" + std::to_string(i), std::to_string(i));
+    }
+    std::vector<std::unique_ptr<attribute_t>> kept;
+    for (attribute_t* a : e.attributes) {
+        kept.emplace_back(a);
+    }
+    e.attributes.clear();
+    EXPECT_TRUE(e.attributes.empty());
+    EXPECT_EQ(kept.back()->value, "999");
+    e.attribute_set("n1", "again");
+    EXPECT_EQ(test::printed(&e), "<a n1=\"again\" />");
 }
 
 TEST_F(containers, attributes_taken_out_may_outlive_the_document) {
@@ -248,6 +295,15 @@ TEST_F(containers, elements_are_sets_of_their_own_too) {
     EXPECT_EQ(copy, set);
     copy.clear();
     EXPECT_EQ(copy.begin(), copy.end());
+}
+
+TEST_F(containers, elements_hold_neither_null_nor_what_is_no_element) {
+    document_t::elements_t set = {loose[0]};
+    EXPECT_EQ(set.insert(nullptr), std::make_pair(set.end(), false));
+    EXPECT_EQ(set.size(), 1u);
+    const auto inside = reinterpret_cast<std::uintptr_t>(loose[0]) + 1;
+    EXPECT_EQ(set.count(reinterpret_cast<const element_t*>(inside)), 0u);
+    EXPECT_EQ(--set.begin(), set.end()) << "before the first one is the end";
 }
 
 TEST_F(containers, memory_is_used_again) {

@@ -284,6 +284,28 @@ private:
     int folder = -1;
 };
 
+TEST_F(file_replacement, takes_single_characters) {
+    file_calls_t calls;
+    file_replacement_t replacement(path, calls);
+    replacement.stream().put('a').put('\xFF');
+    replacement.commit();
+    EXPECT_EQ(dir.read("a.xml"), "a\xFF");
+}
+
+TEST_F(file_replacement, that_cannot_take_a_single_character_fails) {
+    dir.write("a.xml", old_content);
+    class full_t : public file_calls_t {
+        ssize_t write(int, const char*, std::size_t) override {
+            errno = ENOSPC;
+            return -1;
+        }
+    } full;
+    file_replacement_t replacement(path, full);
+    replacement.stream().put('a');
+    EXPECT_THROWS(replacement.commit(), "error writing file " + path);
+    EXPECT_EQ(dir.read("a.xml"), old_content);
+}
+
 TEST_F(file_replacement, needs_neither_links_nor_folders_that_can_be_flushed) {
     dir.write("a.xml", old_content);
     plain_calls_t calls;
