@@ -141,6 +141,13 @@ TEST_F(undefine, lets_the_built_in_function_show_again) {
     EXPECT_EQ(outcome("abs(-2)"), "(i) 2");
 }
 
+TEST_F(undefine, of_a_name_that_is_none_of_a_host_function_does_nothing) {
+    EXPECT_FALSE(algebra.undefine("f"));
+    EXPECT_FALSE(algebra.undefine("abs"));
+    EXPECT_FALSE(algebra.undefine(""));
+    EXPECT_EQ(outcome("abs(-2)"), "(i) 2");
+}
+
 TEST_F(undefine, makes_the_name_a_variable_or_a_script_function_again) {
     algebra.define("f", counted, 1, 1);
     EXPECT_TRUE(algebra.undefine("f"));
