@@ -64,6 +64,8 @@ TEST_F(closure, that_may_go_without_arguments_takes_those_in_parentheses) {
 TEST_F(closure, with_a_range_turned_round_is_refused) {
     EXPECT_THROWS(algebra.define("f", counted, 2, 1),
                   "algebra_t::define() -- 2 to 1 arguments for function 'f'");
+    EXPECT_THROWS(algebra.define("f", counted, 0, 2147483648U),
+                  "algebra_t::define() -- 0 to 2147483648 arguments for function 'f'");
     EXPECT_EQ(outcome("f"), "! label_t::evaluate() -- access to undefined term, 'f'");
 }
 

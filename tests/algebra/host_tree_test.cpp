@@ -100,6 +100,11 @@ TEST_F(host_tree, of_a_function_is_bound_to_arguments_only) {
     EXPECT_EQ(bound("sq * 2"), "internal function %s -- no arguments or parse error");
 }
 
+TEST_F(host_tree, of_an_operator_is_bound_to_operands_only) {
+    EXPECT_EQ(bound("* 2"), "binary_t::construct() -- expected left operand");
+    EXPECT_EQ(bound("*"), "binary_t::construct() -- expected left operand");
+}
+
 TEST_F(host_tree, that_the_host_bound_tells_its_names) {
     ASSERT_FALSE(algebra.parse("- y abs", tokens));
     auto position = tokens.begin();

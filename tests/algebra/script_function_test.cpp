@@ -83,6 +83,18 @@ TEST_F(script_function, gives_the_same_each_time_it_is_called) {
     }
 }
 
+TEST_F(script_function, fails_alike_each_time_it_is_called) {
+    algebra.macro_define("two(x)", "abs(x, 1)");
+    algebra.macro_define("divide(x)", "7 / x");
+    algebra.macro_define("rest(x)", "7 % x");
+    for (int i = 0; i < 40; ++i) {
+        expect({{"two(1) + 0", "! external function abs -- 2 arguments found, 1 expected"},
+                {"divide(2) + divide(0)", outcome("7 / 2 + 7 / 0")},
+                {"rest(4) + rest(0)", "! modulo by zero"},
+                {"divide(7) + rest(4)", "(i) 4"}});
+    }
+}
+
 TEST_F(script_function, assigns_by_a_text_in_its_copy_only) {
     algebra.macro_define("f(n)", "assign('x', 'n + 1') + x");
     algebra.macro_define("g(n)", "assign('x', \"assign('y', 'n + 1') + 10\") + x + y");

@@ -118,7 +118,13 @@ TEST_F(expression, takes_a_text_that_the_host_made_a_number_for_a_number) {
     result_t value("text");
     value.type_set(result_t::type_int);
     algebra.assign("v", value);
-    expect({{"-v", "(i) 0"}, {"+v + 3", "(i) 3"}, {"!v", "(i) 1"}, {"v * 2", "(i) 0"}});
+    expect({{"-v", "(i) 0"},
+            {"+v + 3", "(i) 3"},
+            {"!v", "(i) 1"},
+            {"v * 2", "(i) 0"},
+            {"v + 3", "(i) 3"},
+            {"v + 'a'", "(s) 0a"},
+            {"'a' + v", "(s) a0"}});
 }
 
 TEST_F(variable_term, that_is_undefined_throws) {

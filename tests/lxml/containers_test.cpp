@@ -238,6 +238,21 @@ TEST_F(containers, attributes_are_found_by_key_in_order) {
     EXPECT_EQ(copy, e.attributes);
 }
 
+TEST_F(containers, attributes_are_in_sets_that_own_nothing_too) {
+    const int n = doc.atoms->get("n");
+    attribute_t one(doc.atoms, n, 0, "1");
+    attribute_t same(doc.atoms, n, 0, "2");
+    attribute_t other_ns(doc.atoms, n, 1, "3");
+    element_t::attributes_t set = {&one, &other_ns};
+    EXPECT_EQ(set.insert(&same), std::make_pair(set.begin(), false));
+    EXPECT_EQ(set.erase(&other_ns), 1u);
+    EXPECT_EQ(set.erase(&other_ns), 0u);
+    EXPECT_EQ(set, element_t::attributes_t{&one});
+    set.clear();
+    EXPECT_TRUE(set.empty());
+    EXPECT_EQ(one.value, "1");
+}
+
 TEST_F(containers, attributes_behave_like_a_set_at_any_size) {
     std::mt19937 random(1);
     std::set<int> model;

@@ -265,25 +265,6 @@ TEST_F(file_replacement, goes_on_after_a_signal_and_a_short_write) {
     EXPECT_EQ(dir.read("a.xml"), new_content);
 }
 
-/// A file system that can neither flush folders nor link files.
-class plain_calls_t : public file_calls_t {
-public:
-    int open_folder(const std::string& path) override {
-        return folder = file_calls_t::open_folder(path);
-    }
-    int flush(int file) override {
-        errno = EINVAL;
-        return file == folder ? -1 : file_calls_t::flush(file);
-    }
-    int link(const std::string&, const std::string&) override {
-        errno = EPERM;
-        return -1;
-    }
-
-private:
-    int folder = -1;
-};
-
 TEST_F(file_replacement, takes_single_characters) {
     file_calls_t calls;
     file_replacement_t replacement(path, calls);
@@ -306,12 +287,50 @@ TEST_F(file_replacement, that_cannot_take_a_single_character_fails) {
     EXPECT_EQ(dir.read("a.xml"), old_content);
 }
 
-TEST_F(file_replacement, needs_neither_links_nor_folders_that_can_be_flushed) {
-    dir.write("a.xml", old_content);
-    plain_calls_t calls;
+/// Closes files, and says each time that a signal came.
+class interrupted_close_t : public file_calls_t {
+    int close(int file) override {
+        file_calls_t::close(file);
+        errno = EINTR;
+        return -1;
+    }
+};
+
+TEST_F(file_replacement, takes_a_file_for_closed_that_a_signal_came_upon) {
+    interrupted_close_t calls;
     replace(calls);
     EXPECT_EQ(dir.read("a.xml"), new_content);
-    EXPECT_EQ(file_count(), 1);
+}
+
+/// A file system that can neither flush folders nor link files.
+class plain_calls_t : public file_calls_t {
+public:
+    explicit plain_calls_t(int code) : error(code) {}
+    int open_folder(const std::string& path) override {
+        return folder = file_calls_t::open_folder(path);
+    }
+    int flush(int file) override {
+        errno = error;
+        return file == folder ? -1 : file_calls_t::flush(file);
+    }
+    int link(const std::string&, const std::string&) override {
+        errno = EPERM;
+        return -1;
+    }
+
+private:
+    const int error; ///< of a folder that cannot be flushed
+    int folder = -1;
+};
+
+TEST_F(file_replacement, needs_neither_links_nor_folders_that_can_be_flushed) {
+    for (const int error : {EINVAL, ENOTSUP}) {
+        dir.write("a.xml", old_content);
+        plain_calls_t calls(error);
+        replace(calls);
+        EXPECT_EQ(dir.read("a.xml"), new_content);
+        EXPECT_EQ(file_count(), 1);
+    }
 }
 
 /// A folder in which the first names are taken.
