@@ -4,7 +4,7 @@
 #include <string>
 #include <thread>
 
-#include "support/evaluation.h"
+#include "support/repeated_evaluation.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ const std::string branching =
 const std::string doubling = "strlen(t='n<1 ? strlen(s) : 0*(n=n-1)+0*strlen(s=s+s)+evaluate(t)')"
                              "*0+strlen(s='x')*0+(n=29)*0+evaluate(t)";
 
-class bounds : public test::evaluator_t {
+class bounds : public test::repeated_evaluator_t {
 protected:
     void limit_nesting(unsigned levels) {
         limits_t limits = algebra.limits_get();
@@ -54,6 +54,38 @@ TEST_F(bounds, of_nesting_are_told_with_the_host_s_number) {
             {"f(10)", "! algebra_t -- script function 'f' nested more than 10 levels deep"}});
     limit_nesting(0);
     expect({{"f(5000)", "(i) 5000"}});
+}
+
+TEST_F(bounds, of_nesting_hold_each_time_a_function_is_called) {
+    algebra.macro_define("f(n)", "n < 1 ? 0 : 1 + (AGAIN)");
+    algebra.macro_define("AGAIN", "f(n-1)");
+    for (int i = 0; i < 3; ++i) {
+        limit_nesting(10);
+        expect_each_time(
+            {{"f(9)", "(i) 9"},
+             {"f(10)", "! algebra_t -- script function 'f' nested more than 10 levels deep"}});
+        limit_nesting(0);
+        expect_each_time({{"f(100)", "(i) 100"}, {"f(400)", "(i) 400"}});
+    }
+}
+
+TEST_F(bounds, of_steps_and_time_hold_each_time_a_function_is_called) {
+    std::atomic<bool> flag{false};
+    algebra.interrupt_set(&flag);
+    algebra.macro_define("sq(x)", "x * x");
+    algebra.macro_define("f(x)", "x * 0 + (SUM)");
+    algebra.macro_define("SUM", "sq(x) + sq(x + 1) + sq(x + 2)");
+    for (int i = 0; i < 3; ++i) {
+        limit_steps(i % 2 == 0 ? 10000 : 0);
+        expect_each_time({{"f(1) + f(2)", "(i) 43"}});
+        limit_steps(10);
+        expect_each_time(
+            {{"f(1) + f(2)", "! algebra_t -- evaluation exceeds the limit of 10 steps"}});
+        limit_steps(0);
+        flag = true;
+        expect_each_time({{"f(1) + f(2)", "! algebra_t -- evaluation interrupted"}});
+        flag = false;
+    }
 }
 
 TEST_F(bounds, of_steps_end_what_branches) {

@@ -64,6 +64,8 @@ TEST_F(closure, that_may_go_without_arguments_takes_those_in_parentheses) {
 TEST_F(closure, with_a_range_turned_round_is_refused) {
     EXPECT_THROWS(algebra.define("f", counted, 2, 1),
                   "algebra_t::define() -- 2 to 1 arguments for function 'f'");
+    EXPECT_THROWS(algebra.define("f", counted, 0, 2147483648U),
+                  "algebra_t::define() -- 0 to 2147483648 arguments for function 'f'");
     EXPECT_EQ(outcome("f"), "! label_t::evaluate() -- access to undefined term, 'f'");
 }
 
@@ -138,6 +140,13 @@ TEST_F(undefine, lets_the_built_in_function_show_again) {
     EXPECT_TRUE(algebra.undefine("abs"));
     EXPECT_EQ(outcome("abs(-2)"), "(i) 2");
     EXPECT_FALSE(algebra.undefine("abs")) << "a built-in function stays";
+    EXPECT_EQ(outcome("abs(-2)"), "(i) 2");
+}
+
+TEST_F(undefine, of_a_name_that_is_none_of_a_host_function_does_nothing) {
+    EXPECT_FALSE(algebra.undefine("f"));
+    EXPECT_FALSE(algebra.undefine("abs"));
+    EXPECT_FALSE(algebra.undefine(""));
     EXPECT_EQ(outcome("abs(-2)"), "(i) 2");
 }
 

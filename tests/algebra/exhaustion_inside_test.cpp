@@ -298,6 +298,12 @@ TEST(exhaustion, while_evaluating_is_reported) {
                             [&](world_t& w) { w.algebra.evaluate(expression); }),
                   15);
     }
+    EXPECT_GE(fail_each("evaluate a tree",
+                        [](world_t& w) {
+                            w.algebra.parse("x ? s : 0", w.tokens);
+                            w.tokens.front()->evaluate(w.algebra);
+                        }),
+              5);
     EXPECT_GE(fail_each("evaluate_safe", [](world_t& w) { w.algebra.evaluate_safe(text); }), 5);
 }
 

@@ -6,8 +6,9 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
-#include "support/evaluation.h"
+#include "support/repeated_evaluation.h"
 #include "support/throws.h"
 
 using ko::alg::algebra_t;
@@ -19,7 +20,7 @@ namespace {
 
 using names_t = std::list<std::string>;
 
-class script_function : public test::evaluator_t {
+class script_function : public test::repeated_evaluator_t {
 protected:
     static std::size_t definitions(const algebra_t& a) {
         std::list<std::pair<std::string, std::string>> pairs;
@@ -63,6 +64,86 @@ TEST_F(script_function, takes_many_parameters_beside_variables) {
     algebra.macro_define("f(a, b, c, d, e, f1, g, h, i, j)", "a + j + v");
     algebra.assign("v", 100);
     expect({{"f(1, 2, 3, 4, 5, 6, 7, 8, 9, 10)", "(i) 111"}});
+}
+
+TEST_F(script_function, gives_the_same_each_time_it_is_called) {
+    algebra.macro_define("not(x)", "!x");
+    algebra.macro_define("long(x)", "x" + test::repeated("+1", 3000));
+    algebra.macro_define("nine(a, b, c, d, e, f, g, h, i)", "a + b + c + d + e + f + g + h + i");
+    algebra.macro_define("none()", "3");
+    algebra.macro_define("of_many(x)", "(CALLS)");
+    algebra.macro_define("CALLS", "nine(x, x, x, x, x, x, x, x, x) + none()");
+    algebra.macro_define("of_text(x)", "max(x, 1) + x");
+    expect_each_time({{"not(0) + not(5) * 10", "(i) 1"},
+                      {"long(1) + long(2)", "(i) 6003"},
+                      {"of_many(1) + of_many(2)", "(i) 33"},
+                      {"of_text(2)", "(i) 4"},
+                      {"of_text(1.5)", "(f) 3"},
+                      {"1" + test::repeated("+1", 3000), "(i) 3001"}});
+}
+
+TEST_F(script_function, fails_alike_each_time_it_is_called) {
+    algebra.macro_define("two(x)", "abs(x, 1)");
+    algebra.macro_define("divide(x)", "7 / x");
+    algebra.macro_define("rest(x)", "7 % x");
+    expect_each_time({{"two(1) + 0", "! external function abs -- 2 arguments found, 1 expected"},
+                      {"divide(2) + divide(0)", outcome("7 / 2 + 7 / 0")},
+                      {"rest(4) + rest(0)", "! modulo by zero"},
+                      {"divide(7) + rest(4)", "(i) 4"}});
+}
+
+TEST_F(script_function, assigns_by_a_text_in_its_copy_only) {
+    algebra.macro_define("f(n)", "assign('x', 'n + 1') + x");
+    algebra.macro_define("g(n)", "assign('x', \"assign('y', 'n + 1') + 10\") + x + y");
+    expect({{"f(5)", "(i) 12"}, {"defined('x')", "(i) 0"}});
+    algebra.assign("x", 100);
+    expect({{"f(5)", "(i) 12"}, {"x", "(i) 100"}, {"g(1)", "(i) 26"}, {"x", "(i) 100"}});
+    EXPECT_FALSE(algebra.find("y"));
+}
+
+TEST_F(script_function, shows_a_host_function_what_it_assigns_by_a_text) {
+    std::string seen;
+    algebra.define(
+        "look",
+        [&](algebra_t& a, const std::vector<result_t>&) {
+            seen =
+                test::shown(a.get("n")) + (a.find("x") ? " x" : "") + (a.find("y") ? " y" : "");
+            a.assign("z", 1000);
+            return result_t(1);
+        },
+        0, 0);
+    algebra.macro_define("g(n)", "assign('x', \"assign('y', 'look() + n')\") + x + y + z");
+    expect({{"g(4)", "(i) 1015"}, {"defined('z') + defined('x')", "(i) 0"}});
+    EXPECT_EQ(seen, "(i) 4");
+}
+
+TEST_F(script_function, keeps_the_parse_error_of_a_text_to_its_copy) {
+    std::string seen;
+    algebra.define(
+        "look",
+        [&](algebra_t& a, const std::vector<result_t>&) {
+            seen = a.parse_error_get();
+            return result_t(0);
+        },
+        0, 0);
+    algebra.macro_define("f(n)", "assign('x', '1 + ') + look()");
+    algebra.macro_define("g(n)", "assign('x', \"assign('y', '1 2') + 1\") + look()");
+    const std::string before = algebra.parse_error_get();
+    expect({{"f(1)", "(i) 1"}});
+    EXPECT_EQ(seen, "binary_t::construct() -- expected right operand");
+    expect({{"g(1)", "(i) 2"}});
+    EXPECT_EQ(seen, "syntax error in 1 2  -- not enough operators");
+    EXPECT_EQ(algebra.parse_error_get(), before);
+}
+
+TEST_F(script_function, leaves_a_reference_of_the_host_where_it_is) {
+    result_t& kept = algebra["v"];
+    kept = 5;
+    algebra.define("look", [](algebra_t& a) { return a.get("v") + result_t(1); });
+    algebra.macro_define("f(n)", "(v = n) * 0 + look()");
+    expect({{"f(40)", "(i) 41"}, {"v", "(i) 5"}});
+    kept = 6;
+    expect({{"v", "(i) 6"}, {"f(50) + v", "(i) 57"}});
 }
 
 TEST_F(script_function, demands_its_number_of_arguments) {

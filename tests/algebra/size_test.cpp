@@ -163,6 +163,17 @@ TEST_F(long_input, many_variables_in_the_order_of_their_names_cost_no_more_than_
     EXPECT_EQ(outcome("v149999"), "(i) 49999");
 }
 
+TEST_F(long_input, many_names_are_told_apart) {
+    std::string sum = "0";
+    for (int i = 0; i < 2000; ++i) {
+        const std::string name = "v" + std::to_string(i);
+        algebra.assign(name, i);
+        sum += " + " + name;
+    }
+    EXPECT_EQ(outcome(sum), "(i) 1999000");
+    EXPECT_EQ(outcome(sum + " - (v7 = 0) - v1999 + v7 " + sum.substr(1)), "(i) 3995994");
+}
+
 TEST_F(long_input, many_script_functions_are_found_and_called) {
     for (int i = 0; i < 10 * thousand; ++i) {
         algebra.macro_define("f" + std::to_string(i) + "(x)", "x+" + std::to_string(i));

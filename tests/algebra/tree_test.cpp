@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 #include "support/evaluation.h"
@@ -90,6 +92,41 @@ TEST_F(expression, writes_a_made_not_a_number_without_a_sign) {
             {"sqrt(-1) | 0", "(i) 0"}});
 }
 
+TEST_F(expression, keeps_the_bits_of_the_first_not_a_number) {
+    const auto assign = [this](const char* name, std::uint32_t bits) {
+        float value = 0;
+        std::memcpy(&value, &bits, sizeof value);
+        algebra.assign(name, result_t(value));
+    };
+    const auto bits_of = [this](const char* text) {
+        const float value = algebra.evaluate(text).float_get();
+        std::uint32_t bits = 0;
+        std::memcpy(&bits, &value, sizeof bits);
+        return bits;
+    };
+    assign("x", 0x7FC00001U);
+    assign("y", 0xFFC00002U);
+    assign("signalling", 0x7F800003U);
+    EXPECT_EQ(bits_of("x + y"), 0x7FC00001U);
+    EXPECT_EQ(bits_of("y * x"), 0xFFC00002U);
+    EXPECT_EQ(bits_of("1.5 - y"), 0xFFC00002U);
+    EXPECT_EQ(bits_of("x + signalling"), 0x7FC00003U);
+    EXPECT_EQ(bits_of("signalling / 2"), 0x7FC00003U);
+}
+
+TEST_F(expression, takes_a_text_that_the_host_made_a_number_for_a_number) {
+    result_t value("text");
+    value.type_set(result_t::type_int);
+    algebra.assign("v", value);
+    expect({{"-v", "(i) 0"},
+            {"+v + 3", "(i) 3"},
+            {"!v", "(i) 1"},
+            {"v * 2", "(i) 0"},
+            {"v + 3", "(i) 3"},
+            {"v + 'a'", "(s) 0a"},
+            {"'a' + v", "(s) a0"}});
+}
+
 TEST_F(variable_term, that_is_undefined_throws) {
     EXPECT_THROWS(algebra.evaluate("nope"), undefined("nope"));
     EXPECT_THROWS(algebra.evaluate("1 + nope * 2"), undefined("nope"));
@@ -141,6 +178,11 @@ TEST_F(assignment, to_a_string_stores_in_the_variable_of_that_name) {
     // Callers assign by name this way.
     expect({{"\"y\" = 3", "(i) 3"}, {"y", "(i) 3"}, {"'a b' = 4", "(i) 4"}});
     EXPECT_EQ(test::shown(algebra.get("a b")), "(i) 4");
+}
+
+TEST_F(assignment, to_an_empty_string_stores_in_the_variable_without_a_name) {
+    expect({{"('' = 5) + 1", "(i) 6"}, {"exists('') + ('' = 7) * 0", "(i) 5"}});
+    EXPECT_EQ(test::shown(algebra.get("")), "(i) 7");
 }
 
 TEST_F(assignment, to_anything_else_fails) {

@@ -128,6 +128,23 @@ TEST_F(containers, children_are_copied_and_compared) {
     EXPECT_EQ(names(list), "ac");
 }
 
+TEST_F(containers, children_stay_when_they_are_moved_to_their_own_list) {
+    children_t& list = doc.root->children;
+    list = {loose[0], loose[1], loose[2]};
+    const children_t& same = list;
+    list = same;
+    list.splice(list.begin(), list);
+    list.swap(list);
+    EXPECT_EQ(names(list), "abc");
+    list.splice(list.begin(), list, list.begin());
+    list.splice(std::next(list.begin()), list, list.begin());
+    EXPECT_EQ(names(list), "abc");
+    list.splice(list.begin(), list, std::prev(list.end()));
+    EXPECT_EQ(names(list), "cab");
+    list.splice(list.end(), list, list.begin(), list.begin());
+    EXPECT_EQ(names(list), "cab");
+}
+
 TEST_F(containers, children_may_be_freed_before_they_are_unlinked) {
     doc.root->children.assign(loose.begin(), loose.end());
     for (element_t* child : doc.root->children) {
@@ -165,6 +182,36 @@ TEST_F(containers, attributes_taken_out_belong_to_the_host) {
     EXPECT_EQ(y->value, std::string(50, '1'));
 }
 
+TEST_F(containers, attributes_taken_out_can_be_put_back) {
+    element_t& e = *loose[0];
+    e.attribute_set("x", "1");
+    e.attribute_set("y", "2");
+    attribute_t* const x = e.attribute_get("x");
+    EXPECT_EQ(e.attributes.erase(x), 1u);
+    EXPECT_EQ(e.attributes.erase(x), 0u);
+    EXPECT_EQ(test::printed(&e), "<a y=\"2\" />");
+    EXPECT_TRUE(e.attributes.insert(x).second);
+    EXPECT_EQ(test::printed(&e), "<a x=\"1\" y=\"2\" />");
+    e.attribute_remove("x");
+    EXPECT_EQ(test::printed(&e), "<a y=\"2\" />");
+}
+
+TEST_F(containers, attributes_belong_to_the_host_after_clear_however_many_there_are) {
+    element_t& e = *loose[0];
+    for (int i = 0; i < 1000; ++i) {
+        e.attribute_set("n" + std::to_string(i), std::to_string(i));
+    }
+    std::vector<std::unique_ptr<attribute_t>> kept;
+    for (attribute_t* a : e.attributes) {
+        kept.emplace_back(a);
+    }
+    e.attributes.clear();
+    EXPECT_TRUE(e.attributes.empty());
+    EXPECT_EQ(kept.back()->value, "999");
+    e.attribute_set("n1", "again");
+    EXPECT_EQ(test::printed(&e), "<a n1=\"again\" />");
+}
+
 TEST_F(containers, attributes_taken_out_may_outlive_the_document) {
     std::unique_ptr<attribute_t> kept;
     std::unique_ptr<attribute_t> second;
@@ -191,6 +238,21 @@ TEST_F(containers, attributes_are_found_by_key_in_order) {
     EXPECT_EQ((*e.attributes.rbegin())->value, "1");
     const element_t::attributes_t copy = e.attributes;
     EXPECT_EQ(copy, e.attributes);
+}
+
+TEST_F(containers, attributes_are_in_sets_that_own_nothing_too) {
+    const int n = doc.atoms->get("n");
+    attribute_t one(doc.atoms, n, 0, "1");
+    attribute_t same(doc.atoms, n, 0, "2");
+    attribute_t other_ns(doc.atoms, n, 1, "3");
+    element_t::attributes_t set = {&one, &other_ns};
+    EXPECT_EQ(set.insert(&same), std::make_pair(set.begin(), false));
+    EXPECT_EQ(set.erase(&other_ns), 1u);
+    EXPECT_EQ(set.erase(&other_ns), 0u);
+    EXPECT_EQ(set, element_t::attributes_t{&one});
+    set.clear();
+    EXPECT_TRUE(set.empty());
+    EXPECT_EQ(one.value, "1");
 }
 
 TEST_F(containers, attributes_behave_like_a_set_at_any_size) {
@@ -313,6 +375,15 @@ TEST_F(containers, iterators_are_those_of_the_standard_library) {
     EXPECT_TRUE(e.children.begin() == e.children.cbegin());
     *e.children.begin() = loose[1];
     EXPECT_EQ(names(e.children), "ba");
+}
+
+TEST_F(containers, elements_hold_neither_null_nor_what_is_no_element) {
+    document_t::elements_t set = {loose[0]};
+    EXPECT_EQ(set.insert(nullptr), std::make_pair(set.end(), false));
+    EXPECT_EQ(set.size(), 1u);
+    const auto inside = reinterpret_cast<std::uintptr_t>(loose[0]) + 1;
+    EXPECT_EQ(set.count(reinterpret_cast<const element_t*>(inside)), 0u);
+    EXPECT_EQ(--set.begin(), set.end()) << "before the first one is the end";
 }
 
 TEST_F(containers, memory_is_used_again) {

@@ -265,14 +265,52 @@ TEST_F(file_replacement, goes_on_after_a_signal_and_a_short_write) {
     EXPECT_EQ(dir.read("a.xml"), new_content);
 }
 
+TEST_F(file_replacement, takes_single_characters) {
+    file_calls_t calls;
+    file_replacement_t replacement(path, calls);
+    replacement.stream().put('a').put('\xFF');
+    replacement.commit();
+    EXPECT_EQ(dir.read("a.xml"), "a\xFF");
+}
+
+TEST_F(file_replacement, that_cannot_take_a_single_character_fails) {
+    dir.write("a.xml", old_content);
+    class full_t : public file_calls_t {
+        ssize_t write(int, const char*, std::size_t) override {
+            errno = ENOSPC;
+            return -1;
+        }
+    } full;
+    file_replacement_t replacement(path, full);
+    replacement.stream().put('a');
+    EXPECT_THROWS(replacement.commit(), "error writing file " + path);
+    EXPECT_EQ(dir.read("a.xml"), old_content);
+}
+
+/// Closes files, and says each time that a signal came.
+class interrupted_close_t : public file_calls_t {
+    int close(int file) override {
+        file_calls_t::close(file);
+        errno = EINTR;
+        return -1;
+    }
+};
+
+TEST_F(file_replacement, takes_a_file_for_closed_that_a_signal_came_upon) {
+    interrupted_close_t calls;
+    replace(calls);
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+}
+
 /// A file system that can neither flush folders nor link files.
 class plain_calls_t : public file_calls_t {
 public:
+    explicit plain_calls_t(int code) : error(code) {}
     int open_folder(const std::string& path) override {
         return folder = file_calls_t::open_folder(path);
     }
     int flush(int file) override {
-        errno = EINVAL;
+        errno = error;
         return file == folder ? -1 : file_calls_t::flush(file);
     }
     int link(const std::string&, const std::string&) override {
@@ -281,15 +319,18 @@ public:
     }
 
 private:
+    const int error; ///< of a folder that cannot be flushed
     int folder = -1;
 };
 
 TEST_F(file_replacement, needs_neither_links_nor_folders_that_can_be_flushed) {
-    dir.write("a.xml", old_content);
-    plain_calls_t calls;
-    replace(calls);
-    EXPECT_EQ(dir.read("a.xml"), new_content);
-    EXPECT_EQ(file_count(), 1);
+    for (const int error : {EINVAL, ENOTSUP}) {
+        dir.write("a.xml", old_content);
+        plain_calls_t calls(error);
+        replace(calls);
+        EXPECT_EQ(dir.read("a.xml"), new_content);
+        EXPECT_EQ(file_count(), 1);
+    }
 }
 
 /// A folder in which the first names are taken.

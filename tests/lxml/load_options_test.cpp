@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <stdexcept>
 #include <tuple>
 
 #include "lxml/lxml.h"
@@ -69,6 +70,21 @@ TEST_F(load_options, report_a_stream_that_is_bad) {
     std::istringstream in("<a/>");
     in.setstate(std::ios::badbit);
     EXPECT_EQ(error_of([&] { doc.load(in, options); }), ":0:0 xml file read failure");
+}
+
+TEST_F(load_options, report_a_stream_that_has_failed) {
+    std::istringstream in("<a/>");
+    in.setstate(std::ios::failbit);
+    EXPECT_EQ(error_of([&] { doc.load(in, options); }), ":0:0 xml file read failure");
+}
+
+TEST_F(load_options, report_a_stream_that_breaks_while_it_is_read) {
+    class broken_t : public std::streambuf {
+        int_type underflow() override { throw std::runtime_error("the device is gone"); }
+    } broken;
+    std::istream in(&broken);
+    EXPECT_EQ(error_of([&] { doc.load(in, options); }), ":0:0 xml file read failure");
+    EXPECT_TRUE(in.bad());
 }
 
 TEST_F(load_options, note_positions_only_when_asked) {

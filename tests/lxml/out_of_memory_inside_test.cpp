@@ -79,6 +79,14 @@ TEST_F(out_of_memory, while_writing_is_reported) {
     EXPECT_TRUE(out.good());
 }
 
+TEST_F(out_of_memory, while_a_name_is_looked_at_before_it_is_written_is_reported) {
+    sink_t sink;
+    std::ostream out(&sink);
+    root->append(tree.doc.element_create(test::repeated("\xC3\xA9", 50), ""));
+    EXPECT_GT(fail_each("write a long name", [&] { tree.doc.write(out); }), 5);
+    EXPECT_TRUE(out.good());
+}
+
 TEST_F(out_of_memory, while_building_a_tree_keeps_it_whole) {
     const std::string name = "a name that is too long for a short string";
     EXPECT_GT(fail_each("element_create and append",
@@ -234,6 +242,56 @@ TEST_F(out_of_memory, while_setting_an_attribute_keeps_the_others) {
     const std::string value = "a value that is too long for a short string";
     EXPECT_GT(fail_each("attribute_set", [&] { root->attribute_set("new", value); }), 0);
     EXPECT_EQ(root->attributes.size(), 2u);
+}
+
+TEST_F(out_of_memory, while_setting_one_of_many_attributes_keeps_the_others) {
+    for (int i = 0; i < 400; ++i) {
+        root->attribute_set("n" + std::to_string(i), "");
+    }
+    const std::string value = "a value that is too long for a short string";
+    tree.doc.atoms->get("new");
+    EXPECT_GT(fail_each("attribute_set, many", [&] { root->attribute_set("new", value); }), 1);
+    EXPECT_EQ(root->attributes.size(), 402u);
+    EXPECT_EQ(root->attribute_get_value("new", ""), value);
+}
+
+TEST_F(out_of_memory, while_loading_many_attributes_is_reported) {
+    std::string many = "<a";
+    for (int i = 0; i < 300; ++i) {
+        many += " n" + std::to_string(i) + "=''";
+    }
+    EXPECT_GT(fail_each("load many attributes", [&] { tree.doc.load_from_string(many + "/>"); }),
+              300);
+    EXPECT_EQ(tree.doc.root->attributes.size(), 300u);
+}
+
+TEST_F(out_of_memory, while_inserting_a_range_leaves_the_list) {
+    element_t::children_t list = {root};
+    const std::vector<element_t*> more(3, root);
+    const auto insert = [&] {
+        try {
+            list.insert(list.begin(), more.begin(), more.end());
+        } catch (...) {
+            EXPECT_EQ(list.size(), 1u);
+            throw;
+        }
+    };
+    EXPECT_GT(fail_each("insert a range", insert), 2);
+    EXPECT_EQ(list.size(), 4u);
+}
+
+TEST_F(out_of_memory, while_a_document_is_refused_is_reported) {
+    const std::string refused = "<a xmlns='" + std::string(5000, 'u') + "'/>";
+    const auto load = [&] {
+        try {
+            tree.doc.load_from_string(refused);
+        } catch (const ko::errorcode_t& e) {
+            if (std::string(e.what()).find("namespace name longer than 4096 bytes") != 0) {
+                throw;
+            }
+        }
+    };
+    EXPECT_GT(fail_each("refuse a document", load), 0);
 }
 
 TEST_F(out_of_memory, while_removing_leaves_a_tree) {

@@ -128,6 +128,15 @@ TEST(print, writes_a_colon_even_without_a_prefix_for_an_attribute_in_a_namespace
     EXPECT_EQ(printed(tree.doc.root), declaration + "<a :b=\"1\" />");
 }
 
+TEST(print, writes_an_attribute_of_another_document_with_the_prefix_that_is_bound_here) {
+    document_t other;
+    const int name = other.atoms->get("b");
+    loaded_t tree("<p:r xmlns:p='urn:1'><a/></p:r>");
+    element_t* const a = tree.find("a");
+    a->attributes.insert(new attribute_t(other.atoms, name, other.atoms->get("urn:1"), "2"));
+    EXPECT_EQ(printed(a), "<a p:b=\"2\" />");
+}
+
 TEST(print, writes_the_stylesheet_after_the_declaration) {
     loaded_t tree("<a/>");
     tree.doc.stylesheet = "s.xsl";

@@ -78,6 +78,13 @@ TEST_F(sax, refuses_names_of_other_numbers_of_parts) {
     EXPECT_THROWS(start("a", {{"a|b|c|d|e", "1"}}), "error parsing uri : got 5 tokens");
 }
 
+TEST_F(sax, keeps_the_last_of_several_attributes_of_one_name) {
+    start("a", {{"urn:y|b|p", "1"}, {"c", "2"}, {"urn:y|b|q", "3"}});
+    builder.end_element("a");
+    EXPECT_EQ(builder.root_get()->attributes.size(), 2u);
+    EXPECT_EQ(builder.root_get()->attribute_get("b", "urn:y")->value, "3");
+}
+
 TEST_F(sax, switches_between_text_and_cdata) {
     start("a");
     builder.start_cdata();

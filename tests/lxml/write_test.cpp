@@ -198,13 +198,14 @@ TEST(write, refuses_an_attribute_that_would_be_read_as_a_declaration) {
 }
 
 TEST(write, refuses_characters_that_xml_does_not_know) {
-    for (const std::string& text :
-         words_t{std::string(1, '\0'), std::string("x\1"), std::string("\x1F"),
-                 std::string("\x80"), std::string("\xC0\x80"), std::string("\xC3"),
-                 std::string("\xE0\x80\x80"), std::string("\xED\xA0\x80"),
-                 std::string("\xEF\xBF\xBE"), std::string("\xEF\xBF\xBF"),
-                 std::string("\xF0\x80\x80\x80"), std::string("\xF4\x90\x80\x80"),
-                 std::string("\xF8\x88\x80\x80\x80"), std::string("\xF0\x9F\x98")}) {
+    for (const std::string& text : words_t{
+             std::string(1, '\0'), std::string("x\1"), std::string("\x1F"), std::string("\x80"),
+             std::string("\xC0\x80"), std::string("\xC3"), std::string("\xE0\x80\x80"),
+             std::string("\xED\xA0\x80"), std::string("\xEF\xBF\xBE"),
+             std::string("\xEF\xBF\xBF"), std::string("\xF0\x80\x80\x80"),
+             std::string("\xF4\x90\x80\x80"), std::string("\xF8\x88\x80\x80\x80"),
+             std::string("\xF0\x9F\x98"), std::string("\xC2("), std::string("\xE2(\xA1"),
+             std::string("\xE2\x82("), std::string("\xF0\x90\x80(")}) {
         lone_t doc;
         doc.root->text = text;
         expect_refused(doc, "the text of 'a'");
@@ -213,6 +214,18 @@ TEST(write, refuses_characters_that_xml_does_not_know) {
         doc.root->cdata.clear();
         doc.root->attribute_set("b", text);
         expect_refused(doc, "the attribute 'b'");
+    }
+}
+
+TEST(write, keeps_the_first_and_last_characters_of_every_length) {
+    for (const std::string& text :
+         words_t{"\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
+                 "\xEF\xBE\xBE", "\xEF\xBF\xBD", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
+        lone_t doc;
+        doc.root->text = text;
+        std::ostringstream out;
+        doc.write(out, {false, -1});
+        EXPECT_EQ(out.str(), "<a>" + text + "</a>");
     }
 }
 

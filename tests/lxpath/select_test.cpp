@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "lxpath/lxpath.h"
 #include "support/throws.h"
 #include "support/trees.h"
@@ -179,6 +181,39 @@ TEST(select_nodes, evaluates_filters_nested_to_the_limit) {
     EXPECT_EQ(selected(tree.find("a")->children.front(), path), "");
 }
 
+TEST(select_nodes, knows_linked_elements_of_another_document_by_their_names) {
+    document_t other;
+    loaded_t tree("<r xmlns:p='urn:1'><p:a n='1'/></r>");
+    for (const auto& [name, ns, n] : {std::array{"a", "urn:1", "2"},
+                                      {"a", "urn:2", "3"},
+                                      {"b", "urn:1", "4"},
+                                      {"a", "", "5"}}) {
+        element_t* const made = other.element_create(name, ns);
+        made->attribute_set("n", n);
+        tree.doc.root->children.push_back(made);
+    }
+    EXPECT_EQ(selected(tree.doc.root, "p:a"), "1 2");
+    EXPECT_EQ(selected(tree.doc.root, "\"urn:1\":a"), "1 2");
+    EXPECT_EQ(selected(tree.doc.root, "\"urn:2\":a[@n]"), "3");
+    EXPECT_EQ(selected(tree.doc.root, "a"), "5");
+}
+
+TEST(select_nodes, takes_an_atom_that_is_not_in_the_table_for_the_empty_text) {
+    loaded_t tree("<r><a n='1'/><a n='2'/></r>");
+    tree.doc.root->children.front()->ns = 1000000;
+    EXPECT_EQ(selected(tree.doc.root, "a"), "1 2");
+    tree.doc.root->children.front()->name = 1000000;
+    EXPECT_EQ(selected(tree.doc.root, "a"), "2");
+    EXPECT_EQ(selected(tree.doc.root, "\"\""), "1");
+}
+
+TEST(select_nodes, finds_nothing_that_an_attribute_would_have) {
+    EXPECT_EQ(selected(numbered, "a/@n"), "@1 @7");
+    for (const char* path : {"a/@n[@n]", "a/@n[x]", "a[@n[@n]]", "a[@n/x]", "a[@n/@n]"}) {
+        EXPECT_EQ(selected(numbered, path), "") << path;
+    }
+}
+
 TEST(select_single_node, gives_the_first_of_all) {
     loaded_t tree(numbered);
     EXPECT_EQ(
@@ -220,6 +255,17 @@ TEST(matches, of_a_parsed_path_can_be_asked_of_any_document) {
         path.matches(tree.doc.root, out);
         EXPECT_EQ(shown(out), uri);
     }
+}
+
+TEST(matches, of_one_step_selects_below_its_context) {
+    loaded_t tree(numbered);
+    xpath_t path;
+    path.parse("b[@id]/c");
+    std::list<node_t*> out;
+    path.steps.front()->matches(tree.find("a"), out);
+    EXPECT_EQ(shown(out), "2");
+    path.steps.back()->matches(tree.find("a"), out);
+    EXPECT_EQ(shown(out), "2 3");
 }
 
 TEST(matches, of_a_filter_without_predicate_lets_everything_pass) {
@@ -322,6 +368,9 @@ TEST(parsed_path, that_selects_nothing_is_named_as_it_would_be_written) {
 TEST(parsed_path, finds_nothing_without_a_place_to_start) {
     const element_t* const none = nullptr;
     EXPECT_EQ(element_find(none, xpath_t(), false), nullptr);
+    xpath_t path;
+    EXPECT_THROWS(element_find(none, parse(path, "a"), true),
+                  "element 'a' not found in document");
 }
 
 /// A step of a host's own.
@@ -342,6 +391,7 @@ TEST(parsed_path, takes_steps_of_a_hosts_own) {
     tree.doc.root->select_nodes(path, nodes);
     EXPECT_EQ(shown(nodes), "2 3 4 8");
     EXPECT_EQ(tree.doc.root->select_single_node(path), nodes.front());
+    EXPECT_EQ(tree.find("c")->select_single_node(path), nullptr);
 }
 
 TEST(parsed_path, takes_filters_of_a_hosts_own) {

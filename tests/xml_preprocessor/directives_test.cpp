@@ -224,14 +224,26 @@ TEST_F(directives, an_attribute_without_a_namespace_comes_before_all_others) {
     EXPECT_EQ(run("<x:if xmlns:q='r' q:condition='1' condition='0'><a/></x:if>"), "");
 }
 
-TEST_F(directives, an_attribute_is_found_among_any_number_of_others) {
-    std::string others;
+/// Attributes that no directive has, too many to go through one by one.
+std::string many_attributes() {
+    std::string attributes;
     for (int i = 0; i < 40; ++i) {
-        others += " a" + std::to_string(i) + "='0' x:b" + std::to_string(i) + "='0'";
+        attributes += " a" + std::to_string(i) + "='0' x:b" + std::to_string(i) + "='0'";
     }
+    return attributes;
+}
+
+TEST_F(directives, an_attribute_is_found_among_any_number_of_others) {
+    const std::string others = many_attributes();
     EXPECT_EQ(run("<x:if condition='1' e:condition='0'" + others + "><a/></x:if>"), "<a />");
     EXPECT_EQ(run("<x:if x:condition='1'" + others + "><a/></x:if>"), "<a />");
     EXPECT_TRUE(fails("<x:if" + others + "/>", "attribute condition missing in element if"));
+}
+
+TEST_F(directives, an_attribute_without_a_namespace_comes_first_among_any_number_of_others) {
+    const std::string q = " xmlns:q='r'" + many_attributes();
+    EXPECT_EQ(run("<x:if q:condition='0' condition='1'" + q + "><a/></x:if>"), "<a />");
+    EXPECT_EQ(run("<x:if q:condition='1' condition='0'" + q + "><a/></x:if>"), "");
 }
 
 TEST_F(directives, the_first_of_several_attributes_decides_whether_it_is_evaluated) {

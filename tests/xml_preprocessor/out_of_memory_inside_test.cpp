@@ -91,6 +91,30 @@ TEST_P(out_of_memory_preprocessor, reports_every_failure_and_can_be_used_again) 
     EXPECT_GT(test::tell(GetParam() ? "process with a cache" : "process", number), 200);
 }
 
+TEST_P(out_of_memory_preprocessor, leaves_out_the_line_of_an_expression_for_want_of_memory) {
+    document_t failing;
+    failing.load_from_string(test::wrapped("<a e:v='a_name_that_is_not_defined_anywhere'/>"));
+    long left_out = 0;
+    std::string message;
+    for (long number = 0; message != "not reached"; ++number) {
+        document_t output;
+        file_cache_t cache;
+        preprocessor_t preprocessor(output, GetParam() ? &cache : nullptr);
+        const element_t* top = nullptr;
+        const auto process = [&] {
+            top = preprocessor.process(failing.root, preprocessor_t::process_include);
+        };
+        const std::string line =
+            test::standard_output([&] { message = test::outcome(process, number); });
+        if (message == "no exception") {
+            left_out += line.empty() ? 1 : 0;
+            EXPECT_EQ(test::printed(top),
+                      "<r ><a v=\"a_name_that_is_not_defined_anywhere\" /></r>");
+        }
+    }
+    EXPECT_GT(test::tell("a line about an expression", left_out), 0);
+}
+
 TEST_P(out_of_memory_preprocessor, construction_that_fails_leaves_nothing_behind) {
     document_t output;
     file_cache_t cache;

@@ -87,6 +87,15 @@ TEST_F(preprocessor_trace, shows_the_condition_of_a_loop_whose_variable_cannot_b
               ": if | : for 1");
     EXPECT_EQ(trace_of("<x:for initialize='2==2' condition='1' update='0'><x:if/></x:for>"),
               ": if | : for 1");
+    EXPECT_EQ(trace_of("<x:for initialize='\"i\"=0' condition='1' update='0'><x:if/></x:for>"),
+              ": if | : for 1");
+}
+
+TEST_F(preprocessor_trace, shows_an_expression_that_assigns_to_no_name) {
+    for (const std::string& name : std::vector<std::string>{"{", ":", "[", "`", "1i"}) {
+        EXPECT_EQ(trace_of("<x:for initialize='" + name + "=0' condition='0' update='0'/>"),
+                  ": for initialize=\"" + name + "=0\"");
+    }
 }
 
 TEST_F(preprocessor_trace, of_a_loop_that_fails_after_a_pass_names_it_once) {
