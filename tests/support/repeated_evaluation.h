@@ -9,13 +9,12 @@ namespace test {
 /// A test with an evaluator, whose programs run many times.
 class repeated_evaluator_t : public evaluator_t {
 protected:
-    /// Evaluates each expression, parsed once, a number of times.
+    /// Stores each expression as the program and evaluates it a number of times.
     void expect_each_time(std::initializer_list<case_t> cases) {
         for (const case_t& c : cases) {
-            ko::alg::list_t tokens;
-            ASSERT_TRUE(algebra.parse(c.expression, tokens)) << c.expression;
-            for (int time = 0; time < 40; ++time) {
-                EXPECT_EQ(outcome(tokens), c.outcome) << "of " << c.expression << ", " << time;
+            ASSERT_TRUE(algebra.parse(c.expression)) << c.expression;
+            for (int time = 0; time < 200; ++time) {
+                EXPECT_EQ(program_outcome(), c.outcome) << "of " << c.expression << ", " << time;
             }
         }
     }
