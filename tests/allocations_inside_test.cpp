@@ -40,19 +40,21 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
     return block;
 }
 
-void operator delete(void* block) noexcept {
+// Where one is inlined and `new` is not, GCC warns of `free` for what came from `new`.
+
+[[gnu::noinline]] void operator delete(void* block) noexcept {
     std::free(block);
 }
 
-void operator delete(void* block, std::align_val_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::align_val_t) noexcept {
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
     std::free(block);
 }
 
