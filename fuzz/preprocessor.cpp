@@ -127,7 +127,7 @@ void process(document_t& source, ko::xpp::file_cache_t* cache) {
     preprocessor.register_plugin("gen", std::make_unique<generator_t>().release());
     asking_t asking(preprocessor);
     preprocessor.observer_set(&asking);
-    preprocessor.limits_set(limits(100000, 10000));
+    preprocessor.limits_set(limits(20000, 1000));
     preprocessor.insert_argument("count", 3);
     preprocessor.insert_argument("name", "stage");
     fuzz::attempt([&] {

@@ -73,7 +73,7 @@ std::vector<std::string> algebra_t::function_names() const {
     std::vector<std::string> names;
     const function_table_t& functions = state().functions;
     functions.host_names_get(names);
-    functions.scripts_get()->names_get(names);
+    functions.script_names_get(names);
     builtin_names_get(names);
     std::sort(names.begin(), names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());

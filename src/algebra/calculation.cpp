@@ -84,7 +84,7 @@ void calculation_maker_t::reals_add() {
     for (std::size_t i = 0; i < made.names; ++i) {
         are_reals[i] = !made.registers[i].is_integer();
     }
-    bool is_good = !made.may_give_a_name;
+    bool is_good = !made.may_give_a_name && !made.steps.empty();
     for (const step_t& step : made.steps) {
         is_good = is_good && is_of_reals(step, are_reals);
     }

@@ -70,9 +70,10 @@ function_table_t::function_table_t(const function_table_t& other)
 /// The calls parsed with this table keep it and find what the assignment brings. A failure
 /// leaves this object as it was.
 function_table_t& function_table_t::operator=(const function_table_t& other) {
-    if (scripts != nullptr || other.scripts != nullptr) {
-        const script_table_t& taken = *other.scripts_get();
-        *scripts_get() = taken;
+    if (other.scripts != nullptr) {
+        *scripts_get() = *other.scripts;
+    } else if (scripts != nullptr) {
+        *scripts = script_table_t(*other.family);
     }
     hosts = other.hosts;
     script_list = other.script_list;
@@ -108,6 +109,12 @@ std::shared_ptr<const host_record_t> function_table_t::host_find(std::string_vie
     }
     const auto found = hosts.get()->find(name);
     return found == hosts.get()->end() ? nullptr : found->second;
+}
+
+void function_table_t::script_names_get(std::vector<std::string>& out) const {
+    if (scripts != nullptr) {
+        scripts->names_get(out);
+    }
 }
 
 void function_table_t::host_names_get(std::vector<std::string>& out) const {

@@ -85,6 +85,8 @@ public:
     std::shared_ptr<const host_record_t> host_find(std::string_view name) const;
     /// Appends the names of the host functions in ascending order.
     void host_names_get(std::vector<std::string>& out) const;
+    /// Appends the names of the script functions.
+    void script_names_get(std::vector<std::string>& out) const;
 
     /// Defines a script function.
     /// @return false when key and body are no definition

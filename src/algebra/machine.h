@@ -114,8 +114,6 @@ public:
     void assign(const std::string& name, const std::string& expression);
     /// What makes programs for this machine, and for its evaluator.
     translator_t& translator_get() { return translator; }
-    /// True while a program runs.
-    bool is_running() const { return !frames.empty(); }
 
 private:
     /// What a run has to put back.

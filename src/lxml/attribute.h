@@ -33,6 +33,8 @@ public:
     std::string value; ///< the value, references resolved
 
 protected:
+    /// For attributes in the memory of a document.
+    /// @throws ko::exception_t when `table` is null
     attribute_t(atom_table_t* table, const attribute_key_t& key, std::string_view text)
         : node_t(table, key.name, key.ns), value(text) {}
 };

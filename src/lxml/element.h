@@ -135,8 +135,8 @@ public:
     /// itself is not freed. The sibling after an unlinked `e` is not searched; where `e` was the
     /// last child, the search starts again at the first.
     ///
-    /// It costs as much as there are elements below this one, since `e` may hang in several
-    /// places: to free a child that hangs here only, `child_erase` is the cheaper way.
+    /// It costs at least as much as there are elements below this one, since `e` may hang in
+    /// several places: to free a child that hangs here only, `child_erase` is the cheaper way.
     /// @throws ko::exception_t as `children_delete`
     void child_remove(const element_t* e);
     /// @}

@@ -129,11 +129,14 @@ private:
         return static_cast<std::size_t>(__builtin_ctzll(word));
     }
 
-    /// Calls `visit` with each element. It may free the element but not change the set.
+    /// Calls `visit` with each element. It may free the element; it may take others out of the
+    /// set, which are not met then, as the destructor of a host's attribute does.
     template <class V> void for_each(const V& visit) const {
         for (const auto& [key, map] : maps) {
             for (std::size_t i = 0; i < words; ++i) {
-                for (word_t left = map.bits[i]; left != 0; left &= left - 1) {
+                word_t done = 0;
+                for (word_t left = map.bits[i]; left != 0; left = map.bits[i] & ~done) {
+                    done |= left ^ (left - 1);
                     visit(element_at((key * words + i) * word_bits + lowest(left)));
                 }
             }

@@ -6,6 +6,7 @@
 
 #include "export.h"
 #include "lxml/child_list.h"
+#include "lxml/iterator_facade.h"
 
 namespace ko::lxml {
 

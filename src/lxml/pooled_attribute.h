@@ -20,7 +20,8 @@ public:
                              std::string_view text);
     /// Frees an attribute that `make` made and no host holds.
     static void free(attribute_t* a) noexcept;
-    /// Frees what such an attribute has outside the pool, which goes with all that lies in it.
+    /// Frees what such an attribute has outside the pool, which goes with all that lies in it:
+    /// nothing but its value.
     static void leave(attribute_t* a) noexcept { std::destroy_at(&a->value); }
     /// Whether an attribute is of this kind and lies in the pool of `neighbour`.
     static bool is_beside(const void* neighbour, const attribute_t* a) noexcept;

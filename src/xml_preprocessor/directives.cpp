@@ -55,7 +55,7 @@ private:
     bool holds() const {
         const bool result = site.run.evaluate_bool(expression_of(names().condition, condition));
         if (result) {
-            site.run.pass_begin(site.element);
+            site.run.loop_pass_begin(site.element);
         }
         return result;
     }
@@ -100,7 +100,7 @@ protected:
 private:
     void assign() {
         site.run.state.expressions.assign(index, value);
-        site.run.pass_begin(site.element);
+        site.run.loop_pass_begin(site.element);
     }
 
     assigned_t index;
@@ -233,7 +233,7 @@ public:
         site.run.state.expressions.assign(index, piece);
         assigned = true;
         position = comma + 1;
-        site.run.pass_begin(site.element);
+        site.run.loop_pass_begin(site.element);
         return true;
     }
 

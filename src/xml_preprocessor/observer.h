@@ -52,7 +52,8 @@ public:
 
     virtual ~observer_t();
 
-    /// A pass of a loop begins, or a value of "specify" is at work.
+    /// A pass of a loop ("for", "repeat", "specify") begins. Its variable has the value of the
+    /// pass, and the loop is the first place of `trace_get`.
     /// @param loop the directive
     virtual void pass_begun(const ko::lxml::element_t& loop);
 };

@@ -129,7 +129,7 @@ void run_t::element_count() {
     }
 }
 
-void run_t::pass_begin(const lxml::element_t& loop) {
+void run_t::loop_pass_begin(const lxml::element_t& loop) {
     if (++passes > limits.passes && limits.passes != 0) {
         throw exception_t("preprocessor_t::process() -- more than " +
                           std::to_string(limits.passes) + " passes of loops");

@@ -87,7 +87,7 @@ public:
     /// @name What is counted and told
     /// @{
     void element_count();
-    void pass_begin(const lxml::element_t& loop);
+    void loop_pass_begin(const lxml::element_t& loop);
     /// Tells of text other than white space in an element that is not copied.
     void text_drop(const lxml::element_t& element);
     /// The root element of a file.

@@ -8,6 +8,20 @@ namespace {
 
 using namespace ko::lxml;
 
+/// A host's attribute that frees an element when it goes itself.
+class freeing_t : public attribute_t {
+public:
+    freeing_t(document_t& owner, element_t* other)
+        : attribute_t(owner.atoms, owner.atoms->get("frees"), 0, ""), doc(owner), freed(other) {}
+    freeing_t(const freeing_t&) = delete;
+    freeing_t& operator=(const freeing_t&) = delete;
+    ~freeing_t() override { doc.element_free(freed); }
+
+private:
+    document_t& doc;
+    element_t* freed;
+};
+
 /// An element in a document of its own.
 class attribute : public testing::Test {
 protected:
@@ -54,6 +68,17 @@ TEST_F(attribute, can_be_set_to_texts_of_its_own_document) {
     e->attribute_set_ns(e->attribute_get("a")->value, e->name_get(), e->ns_get());
     EXPECT_EQ(test::printed(e), "<e a=\"e\" :e=\"\" />");
     EXPECT_EQ(doc.atoms->get(doc.atoms->text_get(e->name)), e->name);
+}
+
+TEST_F(attribute, of_a_host_may_free_an_element_while_its_document_is_emptied) {
+    for (int i = 0; i < 3; ++i) {
+        element_t* const holder = doc.element_create("holder", "");
+        element_t* const other = doc.element_create("other", "");
+        other->attribute_set("a", "a text that does not lie in the attribute itself");
+        holder->attributes.insert(new freeing_t(doc, other));
+    }
+    doc.clear();
+    EXPECT_TRUE(doc.elements.empty());
 }
 
 TEST_F(attribute, needs_an_atom_table) {
