@@ -26,7 +26,7 @@ constexpr int builtin_arguments_max = 3;
 /// A built-in function; constant data.
 struct builtin_t {
     std::string_view name;
-    /// The quick way for arguments that are all numbers; may be null.
+    /// The quick way for numbers, which makes a float of floats; may be null.
     number_t (*of_numbers)(const number_t* arguments);
     /// The general way; null where the machine does the work.
     result_t (*apply)(const builtin_call_t& call);

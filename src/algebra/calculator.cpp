@@ -54,15 +54,9 @@ inline bool quick_do(const calculation_t::step_t& step, number_t* r) {
     }
 }
 
-/// Calls a built-in function with floats.
-/// @return false where it gives an integer
-inline bool real_call(const program_t& program, const calculation_t::step_t& step, number_t* r) {
-    const number_t given = program.targets[step.b].callee.builtin->of_numbers(r + step.a);
-    if (given.is_integer()) {
-        return false;
-    }
-    r[step.out] = given;
-    return true;
+/// Calls a built-in function.
+inline void builtin_do(const program_t& program, const calculation_t::step_t& step, number_t* r) {
+    r[step.out] = program.targets[step.b].callee.builtin->of_numbers(r + step.a);
 }
 
 /// Does any other step of two operands.
@@ -146,9 +140,7 @@ bool calculator_t::reals_run(unit_t& unit, number_t& value) const {
             out.real_set(a);
             break;
         case opcode_e::builtin:
-            if (!real_call(*unit.program, *at, r)) {
-                return false;
-            }
+            builtin_do(*unit.program, *at, r);
             break;
         default:
             value = number_t::of_float(a);
@@ -220,7 +212,7 @@ void calculator_t::links_check() {
 /// @return null for any other
 unit_t* calculator_t::body_find(unit_t& caller, const step_t& step) const {
     if (step.b >= caller.calls.size()) {
-        return nullptr;
+        return nullptr; // for want of memory the machine has not run a body that it has compiled
     }
     call_link_t& link = caller.calls[step.b];
     if (link.calculated_number == links_number) {
@@ -296,7 +288,7 @@ bool calculator_t::step_do(activation_t& now, number_t a) {
         r[step.out] = number_t::of_int(a.int_of_number() == 0 ? 1 : 0);
         return true;
     case opcode_e::builtin:
-        r[step.out] = now.unit->program->targets[step.b].callee.builtin->of_numbers(r + step.a);
+        builtin_do(*now.unit->program, step, r);
         return true;
     default:
         return binary_do(step.opcode, a, r[step.b], r[step.out]);

@@ -190,12 +190,10 @@ result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner, std:
     return host_apply_list(host, owner, count);
 }
 
-/// Asks a token of the host for its value or values, or gives it one.
+/// Asks a token of the host for its value or values, or gives it one. No text names such a token,
+/// so that it is in no program that works on a state of its own.
 void machine_t::foreign(const instruction_t& instruction) {
     const token_t& token = *frame().unit->program->targets[instruction.a.place].callee.foreign;
-    if (frame().is_isolated) {
-        evaluators_make();
-    }
     algebra_t& owner = *frame().state->owner;
     const instruction_t* const resume = pc;
     std::vector<result_t> given;

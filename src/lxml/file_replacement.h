@@ -15,8 +15,10 @@
 ///     remove         the second name of the old file
 ///
 /// Invariants: at each moment the file is the old one or the new one, whole. When a call fails,
-/// those before it are undone in reverse order. A process that is killed leaves at most two files
-/// with random names behind, which nobody looks for.
+/// those before it are undone in reverse order. One case is left: without a second name for the
+/// old file nothing brings that back once the new one has taken its place, so that the new one
+/// stays where the folder cannot be flushed then. A process that is killed leaves at most two
+/// files with random names behind, which nobody looks for.
 #pragma once
 
 #include <sys/types.h>
@@ -75,7 +77,9 @@ public:
     std::ostream& stream() { return out; }
 
     /// Puts the new file in the place of the old one.
-    /// @throws ko::exception_t "error writing file %s"; the old file is in its place
+    /// @throws ko::exception_t "error writing file %s"; the old file is in its place, or none where
+    ///         there was none. Only where the old one could get no second name and flushing the
+    ///         folder fails, or where the new name cannot be undone, the new one is, whole
     void commit();
 
 private:

@@ -84,7 +84,7 @@ std::string includes_t::find(const include_request_t& request) const {
     return path;
 }
 
-lxml::element_t* includes_t::load(const std::string& path, const std::string& key, bool positions,
+lxml::element_t& includes_t::load(const std::string& path, const std::string& key, bool positions,
                                   source_atoms_t& atoms) {
     std::unique_ptr<lxml::document_t> document;
     if (cache != nullptr) {
@@ -95,10 +95,8 @@ lxml::element_t* includes_t::load(const std::string& path, const std::string& ke
         load_file(*document, path, positions);
         atoms.share(tables);
     }
-    lxml::element_t* const root = document->root;
-    if (root != nullptr) {
-        keep(key, std::move(document));
-    }
+    lxml::element_t& root = *document->root;
+    keep(key, std::move(document));
     return root;
 }
 

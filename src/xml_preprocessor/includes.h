@@ -65,9 +65,9 @@ public:
     std::string find(const include_request_t& request) const;
     /// Loads a file and keeps it.
     /// @param key its name in the cache
-    /// @return its root element, or null
+    /// @return its root element; a document that can be read has one
     /// @throws what reading reports
-    lxml::element_t* load(const std::string& path, const std::string& key, bool positions,
+    lxml::element_t& load(const std::string& path, const std::string& key, bool positions,
                           source_atoms_t& atoms);
 
     bool search_path_default = true; ///< whether an "include" uses the search path unasked

@@ -158,15 +158,11 @@ lxml::element_t& run_t::include(const std::string& file, bool search,
         const std::string& including = directive.document->file_name;
         path = state.includes.find({file, including.substr(0, including.rfind('/') + 1), search});
     }
-    lxml::element_t* root = nullptr;
-    if (!path.empty()) {
-        file_open(path);
-        root = state.includes.load(path, key, positions, atoms);
-    }
-    if (root == nullptr) {
+    if (path.empty()) {
         throw exception_t("failed to load xml file:" + file);
     }
-    return *root;
+    file_open(path);
+    return state.includes.load(path, key, positions, atoms);
 }
 
 void run_t::file_open(const std::string& path) {

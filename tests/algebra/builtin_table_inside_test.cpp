@@ -32,6 +32,22 @@ TEST(builtin_table, holds_these_functions_with_their_argument_counts) {
     EXPECT_EQ(all.size(), std::size(cases));
 }
 
+TEST(builtin_table, has_quick_functions_that_make_floats_of_floats) {
+    const ko::alg::number_t floats[] = {ko::alg::number_t::of_float(2.0F),
+                                        ko::alg::number_t::of_float(1.0F)};
+    std::vector<std::string> all;
+    ko::alg::builtin_names_get(all);
+    int quick = 0;
+    for (const std::string& name : all) {
+        const ko::alg::builtin_t& row = *builtin_find(name);
+        if (row.of_numbers != nullptr) {
+            EXPECT_FALSE(row.of_numbers(floats).is_integer()) << name;
+            ++quick;
+        }
+    }
+    EXPECT_EQ(quick, 11);
+}
+
 TEST(builtin_table, has_no_other_spelling) {
     for (const char* name : {"Abs", "", "ab", "absx"}) {
         EXPECT_EQ(builtin_find(name), nullptr) << name;

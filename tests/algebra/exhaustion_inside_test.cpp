@@ -5,6 +5,7 @@
 #include <new>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "algebra/algebra.h"
 #include "support/allocations.h"
@@ -216,6 +217,26 @@ TEST(exhaustion, leaves_the_value_and_the_error_of_an_evaluation_as_they_were) {
     }
 }
 
+/// The first run compiles what the later ones use.
+TEST(exhaustion, of_the_first_run_leaves_programs_that_compute) {
+    for (long number = 0;; ++number) {
+        algebra_t algebra;
+        algebra.macro_define("sq(x)", "x * x");
+        algebra.macro_define("cube(x)", "x * SQUARE");
+        algebra.macro_define("SQUARE", "sq(x)");
+        ASSERT_TRUE(algebra.parse("cube(3) + sq(2)"));
+        const std::string message = test::outcome([&] { algebra.evaluate(); }, number);
+        for (int run = 0; run < 20; ++run) {
+            ASSERT_EQ(test::shown(algebra.evaluate()), "(i) 31") << number << ", run " << run + 2;
+        }
+        if (message == "not reached") {
+            EXPECT_GE(test::tell("the first run of a program", number), 15);
+            break;
+        }
+        EXPECT_EQ(message, "std::bad_alloc");
+    }
+}
+
 TEST(exhaustion, does_not_reach_moves) {
     EXPECT_EQ(fail_each("move an evaluator",
                         [](world_t& w) { const algebra_t moved(std::move(w.algebra)); }),
@@ -304,6 +325,13 @@ TEST(exhaustion, while_evaluating_is_reported) {
                             w.tokens.front()->evaluate(w.algebra);
                         }),
               5);
+    EXPECT_GE(fail_each("evaluate a list",
+                        [](world_t& w) {
+                            w.algebra.parse("s, x, s + s", w.tokens);
+                            std::vector<result_t> values;
+                            w.tokens.front()->evaluate(w.algebra, values);
+                        }),
+              10);
     EXPECT_GE(fail_each("evaluate_safe", [](world_t& w) { w.algebra.evaluate_safe(text); }), 5);
 }
 

@@ -50,6 +50,12 @@ result_t emptied(algebra_t& algebra) {
     return copy.evaluate("emptied()");
 }
 
+/// Calls itself on the calling evaluator, once that has the variables of another one.
+result_t taking(algebra_t& algebra) {
+    algebra.memory_copy(algebra_t());
+    return algebra.evaluate("taking()");
+}
+
 /// Evaluates on the evaluator that the test made, whichever calls.
 result_t at_top(algebra_t&, result_t text) {
     return outermost->evaluate(text.string_get(false, 0));
@@ -124,6 +130,13 @@ TEST_F(nesting, is_counted_in_a_copy_that_takes_the_variables_of_a_new_evaluator
     EXPECT_EQ(
         outcome("emptied()"),
         "! algebra_t -- evaluation by function 'emptied' nested more than 1000 levels deep");
+}
+
+TEST_F(nesting, is_counted_in_a_caller_that_takes_the_variables_of_a_new_evaluator) {
+    algebra.define("taking", taking);
+    EXPECT_EQ(outcome("taking()"),
+              "! algebra_t -- evaluation by function 'taking' nested more than 1000 levels deep");
+    EXPECT_EQ(outcome("1 + 1"), "(i) 2");
 }
 
 TEST_F(nesting, is_counted_only_while_it_lasts) {

@@ -204,6 +204,58 @@ TEST_F(node, counts_the_values_that_a_token_of_the_host_gives_to_a_call) {
     EXPECT_THROWS(tokens.front()->evaluate(algebra), "sequencer_t::evaluate() -- syntax error");
 }
 
+TEST_F(node, leaves_a_mark_alone_that_a_host_makes_it_assign_to) {
+    for (const char* const text : {"( = 5", ") = 5", ": = 5"}) {
+        tokens.destroy();
+        append(text);
+        bind(0);
+        bind(1);
+        EXPECT_EQ(test::shown(tokens.front()->evaluate(algebra)), "(i) 5") << text;
+    }
+}
+
+class node_of_optional_arguments : public node {
+protected:
+    node_of_optional_arguments() {
+        algebra.define(
+            "count",
+            [](algebra_t&, const std::vector<result_t>& values) {
+                return result_t(static_cast<int>(values.size()));
+            },
+            0, 2);
+    }
+
+    /// The value of the call that a list begins with, and the number of tokens behind it.
+    std::string call() {
+        bind(0);
+        return test::shown(tokens.front()->evaluate(algebra)) + ", " +
+               std::to_string(tokens.size() - 1);
+    }
+};
+
+TEST_F(node_of_optional_arguments, takes_none_at_the_end_of_the_list) {
+    append("count");
+    EXPECT_EQ(call(), "(i) 0, 0");
+}
+
+TEST_F(node_of_optional_arguments, takes_no_token_that_is_not_bound) {
+    append("count abs");
+    EXPECT_EQ(call(), "(i) 0, 1");
+}
+
+TEST_F(node_of_optional_arguments, takes_no_token_of_its_own_depth) {
+    append("count 5");
+    bind(1);
+    EXPECT_EQ(call(), "(i) 0, 1");
+}
+
+TEST_F(node_of_optional_arguments, takes_what_was_bound_deeper_than_itself) {
+    append("count 5");
+    bind(1);
+    tokens.back()->depth = 1;
+    EXPECT_EQ(call(), "(i) 1, 0");
+}
+
 TEST_F(node, follows_a_name_that_the_host_changes) {
     ASSERT_FALSE(algebra.parse("x * 2 #", tokens));
     algebra.assign("x", 3);

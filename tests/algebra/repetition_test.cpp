@@ -124,6 +124,19 @@ TEST_F(repetition, reports_a_division_by_zero_among_good_ones) {
     }
 }
 
+TEST_F(repetition, reports_a_variable_that_is_gone_until_it_is_back) {
+    for (const char* const text : {"a * 2.5", "a * 2"}) {
+        ASSERT_TRUE(algebra.parse(text)) << text;
+        for (int round = 0; round < 20; ++round) {
+            algebra.assign("a", 2.0F);
+            const std::string value = again();
+            ASSERT_EQ(again() + again(), value + value) << text;
+            algebra.erase("a");
+            ASSERT_EQ(again(), "! label_t::evaluate() -- access to undefined term, 'a'") << text;
+        }
+    }
+}
+
 TEST_F(repetition, gives_each_nan_with_its_bits) {
     algebra.assign("b", 2.0F);
     for (const std::uint32_t bits : {0x7FC00001U, 0xFFC12345U, 0x7F800001U, 0xFF800001U}) {
@@ -176,6 +189,44 @@ TEST_F(repetition, finds_a_function_that_was_defined_anew) {
     EXPECT_EQ(again() + again() + again(), "(i) 27(i) 27(i) 27");
     algebra.macro_define("sq()", "7");
     EXPECT_EQ(again() + again(), "(i) 7(i) 7");
+}
+
+TEST_F(repetition, finds_what_a_function_calls_after_any_change) {
+    algebra.macro_define("twice(x)", "SQUARE * 2");
+    algebra.macro_define("SQUARE", "sq(x)");
+    ASSERT_TRUE(algebra.parse("twice(3) + sq(1)"));
+    EXPECT_EQ(again() + again() + again(), "(i) 19(i) 19(i) 19");
+    algebra.define("host", [](algebra_t&) { return result_t(1); });
+    EXPECT_EQ(again() + again(), "(i) 19(i) 19") << "after a definition of the host";
+    algebra.macro_define("SQUARE", "x");
+    EXPECT_EQ(again() + again(), "(i) 7(i) 7") << "after another macro";
+}
+
+TEST_F(repetition, finds_functions_after_so_many_others_that_they_are_compiled_anew) {
+    for (int i = 0; i < 300; ++i) {
+        algebra.macro_define("other" + std::to_string(i) + "(x)", "x + " + std::to_string(i));
+    }
+    ASSERT_TRUE(algebra.parse("two(sq(2), 1)"));
+    EXPECT_EQ(again() + again() + again(), "(i) 41(i) 41(i) 41");
+    for (int i = 0; i < 300; ++i) {
+        algebra.eval_and_assign("y", "other" + std::to_string(i) + "(1)");
+        ASSERT_EQ(test::shown(algebra.get("y")), "(i) " + std::to_string(i + 1));
+    }
+    EXPECT_EQ(again() + again() + again(), "(i) 41(i) 41(i) 41");
+}
+
+// Each level takes some forty places for its values, of which there are 4096.
+TEST_F(repetition, of_deep_calls_of_large_functions_is_as_good_as_that_of_small_ones) {
+    std::string sum = "large(n - 1)";
+    for (int i = 1; i <= 40; ++i) {
+        sum += " + " + std::to_string(i);
+    }
+    algebra.macro_define("large(n)", "n == 0 ? 0 : LARGER");
+    algebra.macro_define("LARGER", sum);
+    ASSERT_TRUE(algebra.parse("large(200) + large(20)"));
+    for (int run = 0; run < 40; ++run) {
+        ASSERT_EQ(again(), "(i) 180400") << "run " << run + 1;
+    }
 }
 
 TEST_F(repetition, meets_a_limit_that_is_set_later) {

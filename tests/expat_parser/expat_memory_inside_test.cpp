@@ -2,10 +2,12 @@
 #include <expat.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <map>
 #include <new>
 
+#include "expat_parser/memory.h"
 #include "lxml/lxml.h"
 #include "support/allocations.h"
 #include "support/temp_dir.h"
@@ -46,6 +48,12 @@ extern "C" XML_Parser XML_ParserCreate_MM(const XML_Char* encoding,
     void* const own = dlsym(RTLD_NEXT, "XML_ParserCreate_MM");
     library = *functions;
     return reinterpret_cast<decltype(&XML_ParserCreate_MM)>(own)(encoding, &memory, separator);
+}
+
+// AddressSanitizer would end the program at a size that no system has.
+extern "C" const char*
+__asan_default_options() { // NOLINT(bugprone-reserved-identifier): its name
+    return "allocator_may_return_null=1";
 }
 
 namespace {
@@ -139,6 +147,24 @@ TEST(expat_memory, that_ran_out_leaves_a_document_that_can_load) {
     document_t doc;
     EXPECT_GT(outcomes("expat's, load again", [&] { doc.load_from_string(text); }).size(), 1u);
     EXPECT_EQ(test::shape(doc.root), "a(c)");
+}
+
+TEST(expat_memory, that_the_system_refuses_is_not_charged) {
+    ko::xml::expat_memory_t account;
+    XML_ParserFree(account.parser_create(true)); // notes the functions that the library gives
+    account.input_add(SIZE_MAX / 500);           // from now on the limit is all that there can be
+    const ko::xml::expat_memory_t::use_t use(account);
+    for (int time = 0; time < 3; ++time) {
+        EXPECT_EQ(library.malloc_fcn(SIZE_MAX / 2), nullptr);
+        void* const block = library.realloc_fcn(nullptr, 10);
+        EXPECT_NE(block, nullptr);
+        EXPECT_EQ(library.realloc_fcn(block, SIZE_MAX / 2), nullptr);
+        library.free_fcn(block);
+        library.free_fcn(nullptr);
+        EXPECT_FALSE(account.is_exceeded()) << "what was refused, or freed, counts";
+    }
+    EXPECT_EQ(library.malloc_fcn(SIZE_MAX / 2 + 1), nullptr);
+    EXPECT_TRUE(account.is_exceeded());
 }
 
 } // namespace

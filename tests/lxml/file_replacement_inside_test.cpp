@@ -19,55 +19,12 @@
 #include "support/temp_dir.h"
 #include "support/throws.h"
 #include "support/trees.h"
+#include "support/watched_calls.h"
 
 namespace {
 
 using namespace ko::lxml;
-
-/// The calls as they are, noted down; before each one `before` is asked whether it may be made.
-class watched_calls_t : public file_calls_t {
-public:
-    std::vector<std::string> made;
-
-    int open_folder(const std::string& path) override {
-        return note("open_folder") ? file_calls_t::open_folder(path) : -1;
-    }
-    int create(const std::string& path, mode_t mode) override {
-        return note("create") ? file_calls_t::create(path, mode) : -1;
-    }
-    ssize_t write(int file, const char* bytes, std::size_t size) override {
-        return note("write") ? file_calls_t::write(file, bytes, size) : -1;
-    }
-    int take_owner(int file, uid_t owner, gid_t group) override {
-        return note("take_owner") ? file_calls_t::take_owner(file, owner, group) : -1;
-    }
-    int set_mode(int file, mode_t mode) override {
-        return note("set_mode") ? file_calls_t::set_mode(file, mode) : -1;
-    }
-    int flush(int file) override { return note("flush") ? file_calls_t::flush(file) : -1; }
-    int close(int file) override {
-        const int result = file_calls_t::close(file);
-        return note("close") ? result : -1;
-    }
-    int link(const std::string& from, const std::string& to) override {
-        return note("link") ? file_calls_t::link(from, to) : -1;
-    }
-    int rename(const std::string& from, const std::string& to) override {
-        return note("rename") ? file_calls_t::rename(from, to) : -1;
-    }
-    int remove(const std::string& path) override {
-        return note("remove") ? file_calls_t::remove(path) : -1;
-    }
-
-protected:
-    virtual bool may(const std::string&) { return true; }
-
-private:
-    bool note(const char* call) {
-        made.emplace_back(call);
-        return may(made.back());
-    }
-};
+using test::watched_calls_t;
 
 /// Fails at one call, with a certain error.
 class failing_calls_t : public watched_calls_t {
@@ -305,7 +262,7 @@ TEST_F(file_replacement, takes_a_file_for_closed_that_a_signal_came_upon) {
 /// A file system that can neither flush folders nor link files.
 class plain_calls_t : public file_calls_t {
 public:
-    explicit plain_calls_t(int code) : error(code) {}
+    explicit plain_calls_t(int code, bool links = false) : error(code), has_links(links) {}
     int open_folder(const std::string& path) override {
         return folder = file_calls_t::open_folder(path);
     }
@@ -313,13 +270,14 @@ public:
         errno = error;
         return file == folder ? -1 : file_calls_t::flush(file);
     }
-    int link(const std::string&, const std::string&) override {
+    int link(const std::string& from, const std::string& to) override {
         errno = EPERM;
-        return -1;
+        return has_links ? file_calls_t::link(from, to) : -1;
     }
 
 private:
     const int error; ///< of a folder that cannot be flushed
+    const bool has_links;
     int folder = -1;
 };
 
@@ -330,6 +288,37 @@ TEST_F(file_replacement, needs_neither_links_nor_folders_that_can_be_flushed) {
         replace(calls);
         EXPECT_EQ(dir.read("a.xml"), new_content);
         EXPECT_EQ(file_count(), 1);
+    }
+}
+
+// Nothing keeps the old file there.
+TEST_F(file_replacement, without_links_that_cannot_flush_the_folder_leaves_the_new_file) {
+    dir.write("a.xml", old_content);
+    plain_calls_t calls(EIO);
+    EXPECT_THROWS(replace(calls), "error writing file " + path);
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+    EXPECT_EQ(file_count(), 1);
+}
+
+/// A file system in which all fails once a file has been renamed.
+class lost_calls_t : public plain_calls_t {
+public:
+    lost_calls_t() : plain_calls_t(EIO, true) {}
+    int rename(const std::string& from, const std::string& to) override {
+        return ++renamed == 1 ? file_calls_t::rename(from, to) : -1;
+    }
+    int remove(const std::string&) override { return -1; }
+
+private:
+    int renamed = 0;
+};
+
+TEST_F(file_replacement, that_cannot_be_undone_leaves_the_new_file) {
+    for (const int files : {1, 2}) { // the second time there is an old one, beside it then
+        lost_calls_t calls;
+        EXPECT_THROWS(replace(calls), "error writing file " + path);
+        EXPECT_EQ(dir.read("a.xml"), new_content);
+        EXPECT_EQ(file_count(), files);
     }
 }
 

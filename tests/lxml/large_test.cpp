@@ -121,4 +121,19 @@ TEST(element_with_much_text, is_loaded_and_printed) {
                               std::string("<a ><![CDATA[]]><b /></a>").size());
 }
 
+// The table of names that a load remembers is full soon.
+TEST(document_with_very_long_names, has_one_atom_a_name) {
+    std::string text = "<a>";
+    for (const char* const letter : {"b", "c", "d", "b", "c", "d"}) {
+        text += "<" + repeated(letter, 400000) + "/>";
+    }
+    const test::loaded_t tree(text + "</a>");
+    std::vector<int> names;
+    for (const element_t* const child : tree.doc.root->children) {
+        EXPECT_EQ(child->name_get().size(), 400000u);
+        names.push_back(child->name);
+    }
+    EXPECT_EQ(names, (std::vector<int>{2, 3, 4, 2, 3, 4}));
+}
+
 } // namespace

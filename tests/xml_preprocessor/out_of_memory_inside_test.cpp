@@ -285,6 +285,43 @@ TEST_P(out_of_memory_host, allocates_nothing_for_limits_observer_and_evaluator) 
     EXPECT_EQ(preprocessor.limits_get().passes, 1U);
 }
 
+/// Gives the source a name that nobody has used before.
+class naming_t : public ko::xpp::plugin_t {
+public:
+    element_t* generate(element_t* directive) override {
+        directive->document->atoms->get("a name that is too long for a short string");
+        return nullptr;
+    }
+};
+
+// The table of the included files then lacks a name of the source.
+TEST(out_of_memory_at_the_end, leaves_the_result) {
+    const test::temp_dir_t dir;
+    const std::string path = dir.write("part.xml", test::wrapped("<b/>"));
+    const std::string text =
+        test::wrapped("<x:include file='" + path + "'/><x:plugin name='naming'/>");
+    const quiet_t quiet;
+    long without = 0;
+    std::string message;
+    for (long number = 0; message != "not reached"; ++number) {
+        document_t source;
+        source.load_from_string(text);
+        document_t output;
+        preprocessor_t preprocessor(output, nullptr);
+        preprocessor.register_plugin("naming", new naming_t);
+        const element_t* top = nullptr;
+        const auto process = [&] {
+            top = preprocessor.process(source.root, preprocessor_t::process_include);
+        };
+        message = test::outcome(process, number);
+        if (message == "no exception") {
+            ++without;
+            EXPECT_EQ(test::printed(top), "<r ><b /></r>");
+        }
+    }
+    EXPECT_GT(test::tell("the end of a run", without), 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_host, testing::Bool());
 INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_trace, testing::Bool());
 INSTANTIATE_TEST_SUITE_P(without_and_with_cache, out_of_memory_preprocessor, testing::Bool());
