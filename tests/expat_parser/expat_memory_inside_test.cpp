@@ -51,7 +51,7 @@ extern "C" XML_Parser XML_ParserCreate_MM(const XML_Char* encoding,
 }
 
 // AddressSanitizer would end the program at a size that no system has.
-extern "C" const char*
+extern "C" [[gnu::visibility("default")]] const char*
 __asan_default_options() { // NOLINT(bugprone-reserved-identifier): its name
     return "allocator_may_return_null=1";
 }
