@@ -32,8 +32,8 @@ private:
 
 } // namespace
 
-/// Copies what can fail first. The last that can is the assignment of the functions, which happens
-/// as a whole or not at all; what has been copied is moved then.
+/// Copies what can fail first. The last that can is the assignment of the functions, which
+/// happens as a whole or not at all; what has been copied is moved then.
 void algebra_t::imp_t::copy(const imp_t& other) {
     if (this == &other) {
         return;

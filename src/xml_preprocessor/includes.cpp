@@ -95,9 +95,9 @@ lxml::element_t& includes_t::load(const std::string& path, const std::string& ke
         load_file(*document, path, positions);
         atoms.share(tables);
     }
-    lxml::element_t& root = *document->root;
+    lxml::element_t* const root = document->root;
     keep(key, std::move(document));
-    return root;
+    return *root;
 }
 
 void includes_t::keep(const std::string& key, std::unique_ptr<lxml::document_t> document) {
