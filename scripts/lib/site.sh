@@ -53,6 +53,13 @@ reference_build() {
 }
 
 links_check() {
+    # Started by root, LinkChecker goes on as "nobody", who may not see the folder of the project.
+    local copy status=0
+    copy=$(mktemp -d)
+    chmod 755 "$copy"
+    cp -r build/docs/site "$copy"
     quietly docs-links linkchecker --no-status -f docs/site/linkcheckerrc \
-        --ignore-url='^https?:' --no-follow-url='/api/' build/docs/site/index.html
+        --ignore-url='^https?:' --no-follow-url='/api/' "$copy/site/index.html" || status=$?
+    rm -rf "$copy"
+    return $status
 }
