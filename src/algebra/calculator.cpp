@@ -196,8 +196,7 @@ void calculator_t::links_check() {
         window.resize(calculation_window);
         calls.reserve(calculation_calls_max);
     }
-    const environment_t now{base.functions.identity_get(), base.functions.scripts_identity_get(),
-                            base.macros.identity_get()};
+    const environment_t now = environment_of(base);
     if (family != base.family || !(now == environment) || bodies_identity != bodies_checked) {
         family = base.family;
         environment = now;

@@ -107,9 +107,7 @@ void machine_t::parameters_bind(std::size_t first) {
 /// The compiled body of a function.
 unit_t& machine_t::body_get(const function_t& function, call_link_t& link) {
     const context_t& state = *frame().state;
-    const environment_t environment{state.functions.identity_get(),
-                                    state.functions.scripts_identity_get(),
-                                    state.macros.identity_get()};
+    const environment_t environment = environment_of(state);
     if (bodies_family != state.family || bodies_identity == 0) {
         bodies_drop(state.family);
     }

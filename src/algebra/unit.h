@@ -42,6 +42,12 @@ struct environment_t {
     }
 };
 
+/// The environment of a state that has these tables.
+template <class S> environment_t environment_of(const S& state) {
+    return {state.functions.identity_get(), state.functions.scripts_identity_get(),
+            state.macros.identity_get()};
+}
+
 /// A script function that a program calls.
 struct call_link_t {
     /// Identity of the table that it was found in, or revision where the call has a table of its

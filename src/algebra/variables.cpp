@@ -13,11 +13,6 @@ variables_t::variables_t(const variables_t& other)
     : values(other.copy()), snapshots(other.snapshots), family(other.family),
       generation(family->number_make()) {}
 
-variables_t& variables_t::operator=(const variables_t& other) {
-    variables_t copied = other;
-    return *this = std::move(copied);
-}
-
 /// The journal is that of the programs that run here.
 variables_t& variables_t::operator=(variables_t&& other) noexcept {
     std::swap(values, other.values);

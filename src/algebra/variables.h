@@ -33,7 +33,7 @@ public:
     /// @param numbers the family that the generations are taken from; not owned
     explicit variables_t(family_t& numbers);
     variables_t(const variables_t& other);
-    variables_t& operator=(const variables_t& other);
+    variables_t& operator=(const variables_t&) = delete;
     variables_t(variables_t&&) = delete;
     /// Takes the variables and snapshots of a copy that nobody has used yet.
     variables_t& operator=(variables_t&& other) noexcept;

@@ -6,10 +6,6 @@ namespace {
 
 constexpr std::size_t bits_a_map = 512;
 
-std::uintptr_t slot_of(const element_t* e) {
-    return reinterpret_cast<std::uintptr_t>(e) / alignof(void*);
-}
-
 /// The number of the highest bit of a word other than 0.
 std::size_t highest(std::uintptr_t word) {
     return static_cast<std::size_t>(63 - __builtin_clzll(word));

@@ -121,6 +121,9 @@ private:
     };
     using maps_t = std::map<std::uintptr_t, map_t>;
 
+    static std::uintptr_t slot_of(const element_t* e) {
+        return reinterpret_cast<std::uintptr_t>(e) / spacing;
+    }
     static element_t* element_at(std::uintptr_t slot) {
         return reinterpret_cast<element_t*>(slot * spacing); // NOLINT(performance-no-int-to-ptr)
     }

@@ -148,9 +148,9 @@ alg::result_t expressions_t::run(const alg::list_t& program) {
 
 void expressions_t::environment_check() {
     const alg::context_t& state = alg::context_of(algebra);
-    const environment_t now = {state.functions.identity_get(),
-                               state.functions.scripts_identity_get(),
-                               state.macros.identity_get(), state.numeric_only ? 1U : 0U};
+    const alg::environment_t tables = alg::environment_of(state);
+    const environment_t now = {tables.hosts, tables.scripts, tables.macros,
+                               state.numeric_only ? 1U : 0U};
     if (now != environment || state.family != family) {
         programs_drop();
         environment = now;

@@ -63,7 +63,7 @@ TEST_F(variables, of_one_family_never_have_the_generation_of_others) {
     EXPECT_NE(table.generation_get(), other.generation_get());
     const variables_t copy(table);
     EXPECT_NE(table.generation_get(), copy.generation_get());
-    other = table;
+    other = variables_t(table);
     EXPECT_NE(table.generation_get(), other.generation_get());
 }
 
