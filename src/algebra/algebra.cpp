@@ -10,16 +10,6 @@
 
 namespace ko::alg {
 
-namespace {
-
-/// Out of the way of those that can be used.
-[[noreturn, gnu::noinline]] void fail_unusable(bool was_moved) {
-    throw exception_t(std::string(was_moved ? "algebra_t -- the evaluator was moved from"
-                                            : "algebra_t -- used by its own resolver or output"));
-}
-
-} // namespace
-
 algebra_t::algebra_t() : imp(new imp_t(*this)) {}
 
 algebra_t::algebra_t(const algebra_t& other) : imp(nullptr) {
@@ -61,10 +51,7 @@ algebra_t::~algebra_t() {
 /// What the evaluator owns.
 /// @throws ko::exception_t it must not be used
 algebra_t::imp_t& algebra_t::state() const {
-    if (imp == nullptr || imp->is_lent()) {
-        fail_unusable(imp == nullptr);
-    }
-    return *imp;
+    return imp_t::of(*this);
 }
 
 bool algebra_t::parse(const std::string& text) {
@@ -81,10 +68,6 @@ bool algebra_t::parse(const std::string& text, list_t& tokens) {
 
 bool algebra_t::parse(const char* text, list_t& tokens) {
     return parse(checked(text), tokens);
-}
-
-result_t algebra_t::evaluate() {
-    return state().evaluate();
 }
 
 result_t algebra_t::evaluate(const list_t& tokens) {

@@ -7,30 +7,10 @@
 
 namespace ko::alg {
 
-namespace {
-
-/// Adds levels to the nesting for as long as the object lives.
-class levels_t {
-public:
-    levels_t(nesting_t& nested, unsigned levels) : nesting(nested), count(levels) {
-        if (count != 0) {
-            nesting.enter();
-        }
-    }
-    levels_t(const levels_t&) = delete;
-    levels_t& operator=(const levels_t&) = delete;
-    ~levels_t() {
-        if (count != 0) {
-            nesting.leave();
-        }
-    }
-
-private:
-    nesting_t& nesting;
-    const unsigned count;
-};
-
-} // namespace
+void algebra_t::imp_t::fail_unusable(bool was_moved) {
+    throw exception_t(std::string(was_moved ? "algebra_t -- the evaluator was moved from"
+                                            : "algebra_t -- used by its own resolver or output"));
+}
 
 /// Copies what can fail first. The last that can is the assignment of the functions, which
 /// happens as a whole or not at all; what has been copied is moved then.
@@ -116,38 +96,6 @@ bool algebra_t::imp_t::parse(const std::string& text, list_t& tokens) {
     }
     nodes_append(syntax, tokens);
     return is_good;
-}
-
-result_t algebra_t::imp_t::evaluate() {
-    if (program == nullptr) {
-        return {};
-    }
-    if (number_t value; machine_get().calculate(*program, value)) {
-        return value.value();
-    }
-    return perform();
-}
-
-/// Evaluates the program with the machine.
-result_t algebra_t::imp_t::perform() {
-    const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
-    bool returned = false;
-    return machine_get().perform(*program, returned);
-}
-
-result_t algebra_t::imp_t::evaluate(const list_t& tokens) {
-    const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
-    if (tokens.empty()) {
-        return {};
-    }
-    if (tokens.front() == nullptr) {
-        throw exception_t("algebra_t::evaluate() -- null token");
-    }
-    try {
-        return tokens.front()->evaluate(*owner);
-    } catch (return_exception_t& returned) {
-        return std::move(returned.value);
-    }
 }
 
 void algebra_t::imp_t::eval_and_assign(const std::string& name, const std::string& expression) {

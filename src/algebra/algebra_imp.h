@@ -21,7 +21,13 @@ public:
     void copy(const imp_t& other);
 
     /// The state of an evaluator.
-    static imp_t& of(algebra_t& algebra) { return algebra.state(); }
+    /// @throws ko::exception_t it must not be used
+    static imp_t& of(const algebra_t& algebra) {
+        if (algebra.imp == nullptr || algebra.imp->is_lent()) {
+            fail_unusable(algebra.imp == nullptr);
+        }
+        return *algebra.imp;
+    }
 
     /// Parses the first statement of `text` into `tokens`.
     bool parse(const std::string& text, list_t& tokens);
@@ -36,7 +42,9 @@ public:
     void memory_copy(const imp_t& other);
 
 private:
+    [[noreturn, gnu::cold]] static void fail_unusable(bool was_moved);
     unit_t& program_renew();
+    [[gnu::noinline]] result_t evaluate_any();
     result_t perform();
 
     unit_ptr_t spare; ///< a program that has been cleared, for its memory

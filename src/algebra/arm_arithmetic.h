@@ -81,9 +81,11 @@ inline int truncate(double value) {
     return static_cast<int>(value);
 }
 
-inline int truncate(float value) {
-    const bool is_within = std::fabs(value) < 2147483648.0F; // a NaN is not
-    return is_within ? static_cast<int>(value) : truncate(static_cast<double>(value));
+[[gnu::always_inline]] inline int truncate(float value) {
+    if (std::fabs(value) < 2147483648.0F) { // a NaN is not
+        return static_cast<int>(value);
+    }
+    return value > 0.0F ? int_max : value < 0.0F ? int_min : 0;
 }
 
 inline std::uint32_t bits_of(float value) {

@@ -18,8 +18,12 @@ template <float (*function)(float)> float at(float x) {
     return arm::settle_nan(function(x), {x});
 }
 
-template <float (*function)(float)> number_t of_number(const number_t* a) {
-    return number_t::of_float(at<function>(a->float_of_number()));
+template <float (*function)(float)> float of_real(float a, float /*b*/) {
+    return function(a);
+}
+
+template <float (*function)(float)> number_t of_number(number_t a, number_t /*b*/) {
+    return number_t::of_float(at<function>(a.float_of_number()));
 }
 
 template <float (*function)(float)> result_t of_any(const builtin_call_t& call) {
@@ -28,9 +32,13 @@ template <float (*function)(float)> result_t of_any(const builtin_call_t& call) 
 
 // Other functions of numbers.
 
-number_t abs_of_number(const number_t* a) {
-    return a->is_integer() ? number_t::of_int(arm::absolute(a->int_view()))
-                           : number_t::of_float(std::fabs(a->float_view()));
+float abs_of_real(float a, float /*b*/) {
+    return std::fabs(a);
+}
+
+number_t abs_of_number(number_t a, number_t /*b*/) {
+    return a.is_integer() ? number_t::of_int(arm::absolute(a.int_view()))
+                          : number_t::of_float(std::fabs(a.float_view()));
 }
 
 result_t abs_of(const builtin_call_t& call) {
@@ -43,8 +51,12 @@ bool is_less(number_t a, number_t b) {
                                         : a.float_of_number() < b.float_of_number();
 }
 
-number_t max_of_numbers(const number_t* a) {
-    return is_less(a[0], a[1]) ? a[1] : a[0];
+float max_of_reals(float a, float b) {
+    return a < b ? b : a;
+}
+
+number_t max_of_numbers(number_t a, number_t b) {
+    return is_less(a, b) ? b : a;
 }
 
 result_t max_of(const builtin_call_t& call) {
@@ -52,8 +64,12 @@ result_t max_of(const builtin_call_t& call) {
     return std::move((a[1] > a[0]).int_get() != 0 ? a[1] : a[0]);
 }
 
-number_t min_of_numbers(const number_t* a) {
-    return is_less(a[1], a[0]) ? a[1] : a[0];
+float min_of_reals(float a, float b) {
+    return b < a ? b : a;
+}
+
+number_t min_of_numbers(number_t a, number_t b) {
+    return is_less(b, a) ? b : a;
 }
 
 result_t min_of(const builtin_call_t& call) {
@@ -124,30 +140,34 @@ result_t exists_of(const builtin_call_t& call) {
     return value == nullptr ? result_t(0) : *value;
 }
 
+} // namespace
+
 constexpr builtin_t builtins[] = {
-    // name, function of numbers, of any values, number of arguments, instruction
-    {"abs", abs_of_number, abs_of, 1},
-    {"sqrt", of_number<::sqrtf>, of_any<::sqrtf>, 1},
-    {"sin", of_number<::sinf>, of_any<::sinf>, 1},
-    {"cos", of_number<::cosf>, of_any<::cosf>, 1},
-    {"tan", of_number<::tanf>, of_any<::tanf>, 1},
-    {"max", max_of_numbers, max_of, 2},
-    {"min", min_of_numbers, min_of, 2},
-    {"pow", nullptr, pow_of, 2},
-    {"log", of_number<::logf>, of_any<::logf>, 1},
-    {"log10", of_number<::log10f>, of_any<::log10f>, 1},
-    {"floor", of_number<::floorf>, of_any<::floorf>, 1},
-    {"ceil", of_number<::ceilf>, of_any<::ceilf>, 1},
-    {"quad", nullptr, quad_of, 3},
-    {"func_error", nullptr, error_of, 1},
-    {"func_output", nullptr, output_of, 1},
-    {"return", nullptr, nullptr, 1, opcode_e::give_back},
-    {"evaluate", nullptr, nullptr, 1, opcode_e::evaluate, true},
-    {"assign", nullptr, nullptr, 2, opcode_e::assign, true},
-    {"strlen", nullptr, strlen_of, 1},
-    {"defined", nullptr, defined_of, 1},
-    {"exists", nullptr, exists_of, 1},
+    // name, function of floats, of numbers, of any values, number of arguments, instruction
+    {"abs", abs_of_real, abs_of_number, abs_of, 1},
+    {"sqrt", of_real<::sqrtf>, of_number<::sqrtf>, of_any<::sqrtf>, 1},
+    {"sin", of_real<::sinf>, of_number<::sinf>, of_any<::sinf>, 1},
+    {"cos", of_real<::cosf>, of_number<::cosf>, of_any<::cosf>, 1},
+    {"tan", of_real<::tanf>, of_number<::tanf>, of_any<::tanf>, 1},
+    {"max", max_of_reals, max_of_numbers, max_of, 2},
+    {"min", min_of_reals, min_of_numbers, min_of, 2},
+    {"pow", nullptr, nullptr, pow_of, 2},
+    {"log", of_real<::logf>, of_number<::logf>, of_any<::logf>, 1},
+    {"log10", of_real<::log10f>, of_number<::log10f>, of_any<::log10f>, 1},
+    {"floor", of_real<::floorf>, of_number<::floorf>, of_any<::floorf>, 1},
+    {"ceil", of_real<::ceilf>, of_number<::ceilf>, of_any<::ceilf>, 1},
+    {"quad", nullptr, nullptr, quad_of, 3},
+    {"func_error", nullptr, nullptr, error_of, 1},
+    {"func_output", nullptr, nullptr, output_of, 1},
+    {"return", nullptr, nullptr, nullptr, 1, opcode_e::give_back},
+    {"evaluate", nullptr, nullptr, nullptr, 1, opcode_e::evaluate, true},
+    {"assign", nullptr, nullptr, nullptr, 2, opcode_e::assign, true},
+    {"strlen", nullptr, nullptr, strlen_of, 1},
+    {"defined", nullptr, nullptr, defined_of, 1},
+    {"exists", nullptr, nullptr, exists_of, 1},
 };
+
+namespace {
 
 /// The lengths of the names that begin with each letter, a bit for each.
 struct lengths_t {

@@ -26,14 +26,20 @@ constexpr int builtin_arguments_max = 3;
 /// A built-in function; constant data.
 struct builtin_t {
     std::string_view name;
+    /// The quick way for floats alone, which may give any of the floats that are not numbers;
+    /// null where the next one is. A function of one argument leaves the other one alone.
+    float (*of_reals)(float a, float b);
     /// The quick way for numbers, which makes a float of floats; may be null.
-    number_t (*of_numbers)(const number_t* arguments);
+    number_t (*of_numbers)(number_t a, number_t b);
     /// The general way; null where the machine does the work.
     result_t (*apply)(const builtin_call_t& call);
     int count; ///< of arguments
     opcode_e opcode = opcode_e::builtin;
     bool changes = false; ///< whether it may change variables
 };
+
+/// The table.
+extern const builtin_t builtins[];
 
 /// Length of the shortest name.
 constexpr std::size_t builtin_name_min = 3;

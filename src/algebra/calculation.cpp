@@ -25,12 +25,13 @@ private:
     std::uint16_t free_register() const {
         return static_cast<std::uint16_t>(computed + stack.size());
     }
-    void put(opcode_e opcode, std::uint16_t a, std::uint16_t b, std::size_t count = 0);
+    void put(opcode_e opcode, std::uint16_t a, std::uint16_t b, unsigned char detail = 0);
     void give(std::uint16_t place, bool is_as_given);
     void top_settle();
     void settle(std::size_t place);
     bool translate(const instruction_t& instruction);
     bool binary(const instruction_t& instruction);
+    bool builtin(const instruction_t& instruction);
     bool call(const instruction_t& instruction);
     bool jump(const instruction_t& instruction);
     void reals_add();
@@ -90,7 +91,7 @@ void calculation_maker_t::reals_add() {
     }
     if (is_good) {
         for (const number_t& number : made.registers) {
-            made.reals.push_back(number_t::of_float(number.float_of_number()));
+            made.reals.push_back(number.float_of_number());
         }
     }
 }
@@ -108,9 +109,11 @@ bool calculation_maker_t::is_of_reals(const step_t& step,
     case opcode_e::negate:
     case opcode_e::positive:
     case opcode_e::push:
-    case opcode_e::builtin:
     case opcode_e::end:
-        return are_reals[step.a]; // further arguments have been pushed
+        return are_reals[step.a];
+    case opcode_e::builtin:
+        return are_reals[step.a] && are_reals[step.b] &&
+               builtins[step.detail].of_reals != nullptr;
     default:
         return false;
     }
@@ -148,9 +151,9 @@ std::uint16_t calculation_maker_t::operand(operand_e kind, argument_t argument) 
 
 /// Adds a step, the value of which comes on top.
 void calculation_maker_t::put(opcode_e opcode, std::uint16_t a, std::uint16_t b,
-                              std::size_t count) {
+                              unsigned char detail) {
     const std::uint16_t out = free_register();
-    made.steps.push_back({opcode, static_cast<unsigned char>(count), out, a, b});
+    made.steps.push_back({opcode, detail, out, a, b});
     stack.push_back(out);
     give(out, false);
 }
@@ -165,7 +168,7 @@ void calculation_maker_t::give(std::uint16_t place, bool is_as_given) {
 void calculation_maker_t::settle(std::size_t place) {
     const auto own = static_cast<std::uint16_t>(computed + place);
     if (stack[place] != own) {
-        made.steps.push_back({opcode_e::push, 0, own, stack[place], 0});
+        made.steps.push_back({opcode_e::push, 0, own, stack[place], stack[place]});
         give(own, givens[stack[place]]);
         stack[place] = own;
     }
@@ -186,20 +189,23 @@ bool calculation_maker_t::translate(const instruction_t& instruction) {
         return true;
     case opcode_e::negate:
     case opcode_e::positive:
-    case opcode_e::logical_not:
-        put(instruction.opcode, operand(instruction.left, instruction.a), 0);
+    case opcode_e::logical_not: {
+        const std::uint16_t a = operand(instruction.left, instruction.a);
+        put(instruction.opcode, a, a);
         return true;
+    }
     case opcode_e::branch:
     case opcode_e::jump:
         return jump(instruction);
     case opcode_e::builtin:
+        return builtin(instruction);
     case opcode_e::script_call:
         return call(instruction);
     case opcode_e::arguments: // a call without parameters is none for the calculator
     case opcode_e::watch:
         return true;
     case opcode_e::end:
-        made.steps.push_back({opcode_e::end, 0, 0, stack.back(), 0});
+        made.steps.push_back({opcode_e::end, 0, 0, stack.back(), stack.back()});
         made.may_give_a_name = givens[stack.back()];
         return true;
     default:
@@ -220,14 +226,24 @@ bool calculation_maker_t::binary(const instruction_t& instruction) {
     return true;
 }
 
+bool calculation_maker_t::builtin(const instruction_t& instruction) {
+    const builtin_t* const row = program.targets[instruction.a.place].callee.builtin;
+    const std::size_t count = instruction.b.place;
+    if (row->of_numbers == nullptr || count != static_cast<std::size_t>(row->count)) {
+        return false;
+    }
+    const std::uint16_t b = operand(operand_e::stack, {});
+    const std::uint16_t a = count == 1 ? b : operand(operand_e::stack, {});
+    const bool is_given = givens[a] || givens[b]; // the function may give its argument
+    put(opcode_e::builtin, a, b, static_cast<unsigned char>(row - builtins));
+    give(stack.back(), is_given);
+    return true;
+}
+
 bool calculation_maker_t::call(const instruction_t& instruction) {
     const callee_t& callee = program.targets[instruction.a.place].callee;
     const std::size_t count = instruction.b.place;
-    const bool is_builtin = instruction.opcode == opcode_e::builtin;
-    const bool is_good = is_builtin ? callee.builtin->of_numbers != nullptr &&
-                                          count == static_cast<std::size_t>(callee.builtin->count)
-                                    : callee.scripts == nullptr;
-    if (!is_good || count == 0 || count > calculation_arguments_max) {
+    if (callee.scripts != nullptr || count == 0 || count > calculation_arguments_max) {
         return false;
     }
     const std::size_t first = stack.size() - count;
@@ -240,7 +256,8 @@ bool calculation_maker_t::call(const instruction_t& instruction) {
         is_given = is_given || givens[stack[i]];
     }
     stack.resize(first);
-    put(instruction.opcode, argument, static_cast<std::uint16_t>(instruction.a.place), count);
+    put(instruction.opcode, argument, static_cast<std::uint16_t>(instruction.a.place),
+        static_cast<unsigned char>(count));
     give(stack.back(), is_given); // a function may give its argument
     return true;
 }

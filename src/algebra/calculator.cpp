@@ -1,6 +1,7 @@
 #include "algebra/calculator.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "algebra/limits.h"
 #include "algebra/number_operators.h"
@@ -54,11 +55,6 @@ inline bool quick_do(const calculation_t::step_t& step, number_t* r) {
     }
 }
 
-/// Calls a built-in function.
-inline void builtin_do(const program_t& program, const calculation_t::step_t& step, number_t* r) {
-    r[step.out] = program.targets[step.b].callee.builtin->of_numbers(r + step.a);
-}
-
 /// Does any other step of two operands.
 /// @return false for a division by zero
 bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
@@ -96,58 +92,57 @@ inline bool calculator_t::names_load(unit_t& unit) {
 /// Reads the variables where they are floats, and known.
 inline bool calculator_t::reals_load(unit_t& unit) const {
     unit.links_check(base.family, base.variables.generation_get());
-    number_t* out = unit.calculation->reals.data() + unit.calculation->names;
+    float* out = unit.calculation->reals.data() + unit.calculation->names;
     for (const name_link_t& link : unit.names) {
         const cell_t* const cell = link.to_read;
-        if (cell == nullptr || !cell->is_present || !number_t::is_float(cell->value)) {
+        if (cell == nullptr || !cell->is_present ||
+            result_members_t::type(cell->value) != result_t::type_float) {
             return false;
         }
-        out++->real_set(result_members_t::real(cell->value));
+        *out++ = result_members_t::real(cell->value);
     }
     return true;
 }
 
-/// Computes the value of a program where all values are floats.
-bool calculator_t::reals_run(unit_t& unit, number_t& value) const {
-    if (!base.budget.is_within(unit.program->steps) || !reals_load(unit)) {
-        return false;
-    }
-    number_t* const r = unit.calculation->reals.data();
-    for (const step_t* at = unit.calculation->steps.data();; ++at) {
-        const float a = r[at->a].float_view();
-        number_t& out = r[at->out];
+/// Does the steps with floats alone. A division by zero is left to those who report it.
+inline float calculator_t::reals_run(calculation_t& calculation) {
+    float* const r = calculation.reals.data();
+    for (const step_t* at = calculation.steps.data();; ++at) {
+        float value = r[at->a];
+        const float b = r[at->b];
         switch (at->opcode) {
         case opcode_e::add:
-            out.real_set(a + r[at->b].float_view());
+            value += b;
             break;
         case opcode_e::subtract:
-            out.real_set(a - r[at->b].float_view());
+            value -= b;
             break;
         case opcode_e::multiply:
-            out.real_set(a * r[at->b].float_view());
+            value *= b;
             break;
         case opcode_e::divide:
-            if (r[at->b].float_view() == 0.0F) {
-                return false;
-            }
-            out.real_set(a / r[at->b].float_view());
+            value = b == 0.0F ? std::numeric_limits<float>::quiet_NaN() : value / b;
             break;
         case opcode_e::negate:
-            out.real_set(arm::negate(a));
+            value = arm::negate(value);
             break;
         case opcode_e::positive:
         case opcode_e::push:
-            out.real_set(a);
             break;
         case opcode_e::builtin:
-            builtin_do(*unit.program, *at, r);
+            value = builtins[at->detail].of_reals(value, b);
             break;
         default:
-            value = number_t::of_float(a);
-            unit.calculation->failures = 0;
-            return !std::isnan(a);
+            return value;
         }
+        r[at->out] = value;
     }
+}
+
+float calculator_t::run_reals(unit_t& unit) const {
+    return is_outermost() && base.budget.is_within(unit.program->steps) && reals_load(unit)
+               ? reals_run(*unit.calculation)
+               : std::numeric_limits<float>::quiet_NaN();
 }
 
 bool calculator_t::try_run(unit_t& unit, std::uint64_t bodies, number_t& value) {
@@ -159,6 +154,7 @@ bool calculator_t::try_run(unit_t& unit, std::uint64_t bodies, number_t& value) 
     steps = 0;
     if (may_go_on(*unit.program) && names_load(unit) && compute(unit, value)) {
         unit.calculation->failures = 0;
+        unit.is_quick = !unit.calculation->reals.empty();
         return true;
     }
     give_up(unit);
@@ -172,6 +168,7 @@ void calculator_t::give_up(unit_t& unit) {
     unsigned& failures = unit.calculation->failures;
     failures = std::min(failures + 1, calculation_failures_max);
     unit.rest = failures * calculation_rest;
+    unit.is_quick = false;
 }
 
 /// The cell of a variable that has not been looked up yet, or null.
@@ -223,7 +220,7 @@ unit_t* calculator_t::body_find(unit_t& caller, const step_t& step) const {
     }
     unit_t& body = *link.body;
     const bool is_own =
-        body.parameters.size() == step.count && body.program->names.size() == step.count;
+        body.parameters.size() == step.detail && body.program->names.size() == step.detail;
     if (!is_own || !prepare(body)) {
         return nullptr;
     }
@@ -287,7 +284,7 @@ bool calculator_t::step_do(activation_t& now, number_t a) {
         r[step.out] = number_t::of_int(a.int_of_number() == 0 ? 1 : 0);
         return true;
     case opcode_e::builtin:
-        builtin_do(*now.unit->program, step, r);
+        r[step.out] = builtins[step.detail].of_numbers(a, r[step.b]);
         return true;
     default:
         return binary_do(step.opcode, a, r[step.b], r[step.out]);
@@ -316,7 +313,7 @@ bool calculator_t::call(activation_t& now) {
     for (std::uint32_t i = 0; i < called.names; ++i) {
         *out++ = called.registers[i];
     }
-    for (unsigned i = 0; i < step.count; ++i) {
+    for (unsigned i = 0; i < step.detail; ++i) {
         *out++ = now.registers[step.a + i];
     }
     window_used += called.registers.size();

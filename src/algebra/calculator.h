@@ -56,12 +56,11 @@ public:
             --unit.rest;
             return false;
         }
-        if (base.drawn != nullptr || !base.nesting.is_plain()) {
-            return false;
-        }
-        const bool has_reals = unit.calculation != nullptr && !unit.calculation->reals.empty();
-        return (has_reals && reals_run(unit, value)) || try_run(unit, bodies, value);
+        return is_outermost() && try_run(unit, bodies, value);
     }
+    /// The same with floats alone, for a unit that is quick.
+    /// @return the value; not a number where it has given up, for now
+    float run_reals(unit_t& unit) const;
 
 private:
     using step_t = calculation_t::step_t;
@@ -73,11 +72,12 @@ private:
         number_t* registers;
     };
 
+    bool is_outermost() const { return base.drawn == nullptr && base.nesting.is_plain(); }
     bool try_run(unit_t& unit, std::uint64_t bodies, number_t& value);
     void give_up(unit_t& unit);
     bool names_load(unit_t& unit);
-    bool reals_run(unit_t& unit, number_t& value) const;
     bool reals_load(unit_t& unit) const;
+    static float reals_run(calculation_t& calculation);
     const cell_t* name_find(const unit_t& unit, name_link_t& link) const;
     static bool names_are_plain(const unit_t& unit);
     bool compute(unit_t& unit, number_t& value);

@@ -1,5 +1,7 @@
 #include "algebra/machine.h"
 
+#include <cmath>
+
 #include "algebra/number_operators.h"
 #include "exception/exception.h"
 
@@ -45,8 +47,13 @@ bool binary_of_numbers(opcode_e opcode, slot_t& out, const slot_t& a, const slot
 } // namespace
 
 result_t machine_t::run(unit_t& unit, bool& returned) {
+    returned = false;
+    if (unit.is_quick) {
+        if (const float value = calculate_reals(unit); !std::isnan(value)) {
+            return value;
+        }
+    }
     if (number_t value; calculate(unit, value)) {
-        returned = false;
         return value.value();
     }
     return perform(unit, returned);

@@ -95,8 +95,11 @@ public:
     machine_t(const machine_t&) = delete;
     machine_t& operator=(const machine_t&) = delete;
 
-    /// Computes the value of a program where that is a matter of numbers, and begins no
+    /// Computes the value of a quick program where that is a matter of floats, and begins no
     /// evaluation.
+    /// @return not a number when it is to be calculated
+    float calculate_reals(unit_t& unit) const { return calculator.run_reals(unit); }
+    /// The same for any program where that is a matter of numbers.
     /// @return false when it is to be run
     bool calculate(unit_t& unit, number_t& value) {
         return calculator.run(unit, bodies_identity, value);

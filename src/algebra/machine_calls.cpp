@@ -81,7 +81,7 @@ void machine_t::builtin_call(const instruction_t& instruction) {
         return; // what the machine does itself leaves its argument where it is
     }
     slot_t* const arguments = values.data() + top - count;
-    number_t given[builtin_arguments_max];
+    number_t given[2];
     std::size_t plain = 0;
     while (row.of_numbers != nullptr && plain < count && is_plain(arguments[plain])) {
         given[plain] = arguments[plain].number();
@@ -91,7 +91,7 @@ void machine_t::builtin_call(const instruction_t& instruction) {
         builtin_general(target, arguments);
         return;
     }
-    *arguments = slot_t::of_number(row.of_numbers(given));
+    *arguments = slot_t::of_number(row.of_numbers(given[0], given[1]));
     top -= count - 1;
 }
 

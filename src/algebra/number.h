@@ -36,11 +36,6 @@ public:
         return result_members_t::type(value) <= result_t::type_float &&
                result_members_t::text(value).empty();
     }
-    /// True where such a one is a float.
-    static bool is_float(const result_t& value) {
-        return result_members_t::type(value) == result_t::type_float &&
-               result_members_t::text(value).empty();
-    }
     /// True where the other view of a number is what would be computed from its own one. A
     /// `double` has been truncated before it was rounded, and a host may set any type.
     static bool is_plain(const result_t& value) {
@@ -59,8 +54,6 @@ public:
     /// The integer reading.
     int int_of_number() const { return type == 0 ? int_view() : arm::truncate(float_view()); }
     bool is_integer() const { return type == 0; }
-    /// Gives a float another value.
-    void real_set(float value) { real = value; }
     static bool are_integers(const number_t& a, const number_t& b) {
         return (a.type | b.type) == 0;
     }

@@ -77,6 +77,7 @@ struct unit_t {
     bool is_dropped = false;
     bool is_shared = false; ///< whether another evaluator has, or had, the program
     unsigned rest = 1;      ///< number of runs that are left to the machine
+    bool is_quick = false;  ///< whether the calculation is worth a try with floats alone
     std::unique_ptr<calculation_t> calculation; ///< once one has been asked for
 
     /// Becomes a unit whose program is still empty, and keeps what memory it can.
@@ -86,6 +87,7 @@ struct unit_t {
         calls.clear();
         family.reset();
         rest = 1;
+        is_quick = false;
         calculation.reset();
     }
     /// Forgets links that are no longer good for an evaluator of this family and generation.

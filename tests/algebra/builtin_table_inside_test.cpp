@@ -33,15 +33,19 @@ TEST(builtin_table, holds_these_functions_with_their_argument_counts) {
 }
 
 TEST(builtin_table, has_quick_functions_that_make_floats_of_floats) {
-    const ko::alg::number_t floats[] = {ko::alg::number_t::of_float(2.0F),
-                                        ko::alg::number_t::of_float(1.0F)};
+    const auto a = ko::alg::number_t::of_float(2.0F);
+    const auto b = ko::alg::number_t::of_float(1.0F);
     std::vector<std::string> all;
     ko::alg::builtin_names_get(all);
     int quick = 0;
     for (const std::string& name : all) {
         const ko::alg::builtin_t& row = *builtin_find(name);
+        ASSERT_EQ(row.of_numbers != nullptr, row.of_reals != nullptr) << name;
         if (row.of_numbers != nullptr) {
-            EXPECT_FALSE(row.of_numbers(floats).is_integer()) << name;
+            const ko::alg::number_t value = row.of_numbers(a, b);
+            EXPECT_FALSE(value.is_integer()) << name;
+            EXPECT_EQ(row.of_reals(2.0F, 1.0F), value.float_view()) << name;
+            EXPECT_LE(row.count, 2) << name;
             ++quick;
         }
     }

@@ -1,0 +1,82 @@
+// How an evaluator evaluates: the quick way, the machine, or the tokens of a caller's list.
+#include <cmath>
+#include <utility>
+
+#include "algebra/algebra_imp.h"
+#include "algebra/token.h"
+#include "exception/exception.h"
+
+namespace ko::alg {
+
+namespace {
+
+/// Adds levels to the nesting for as long as the object lives.
+class levels_t {
+public:
+    levels_t(nesting_t& nested, unsigned levels) : nesting(nested), count(levels) {
+        if (count != 0) {
+            nesting.enter();
+        }
+    }
+    levels_t(const levels_t&) = delete;
+    levels_t& operator=(const levels_t&) = delete;
+    ~levels_t() {
+        if (count != 0) {
+            nesting.leave();
+        }
+    }
+
+private:
+    nesting_t& nesting;
+    const unsigned count;
+};
+
+} // namespace
+
+result_t algebra_t::evaluate() {
+    return imp_t::of(*this).evaluate();
+}
+
+result_t algebra_t::imp_t::evaluate() {
+    if (program != nullptr && program->is_quick) {
+        if (const float value = machine_get().calculate_reals(*program); !std::isnan(value)) {
+            return value;
+        }
+    }
+    return evaluate_any();
+}
+
+/// The same for a program that is not quick.
+result_t algebra_t::imp_t::evaluate_any() {
+    if (program == nullptr) {
+        return {};
+    }
+    if (number_t value; machine_get().calculate(*program, value)) {
+        return value.value();
+    }
+    return perform();
+}
+
+/// Evaluates the program with the machine.
+result_t algebra_t::imp_t::perform() {
+    const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
+    bool returned = false;
+    return machine_get().perform(*program, returned);
+}
+
+result_t algebra_t::imp_t::evaluate(const list_t& tokens) {
+    const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
+    if (tokens.empty()) {
+        return {};
+    }
+    if (tokens.front() == nullptr) {
+        throw exception_t("algebra_t::evaluate() -- null token");
+    }
+    try {
+        return tokens.front()->evaluate(*owner);
+    } catch (return_exception_t& returned) {
+        return std::move(returned.value);
+    }
+}
+
+} // namespace ko::alg
