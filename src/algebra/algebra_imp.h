@@ -45,7 +45,6 @@ private:
     [[noreturn, gnu::cold]] static void fail_unusable(bool was_moved);
     unit_t& program_renew();
     [[gnu::noinline]] result_t evaluate_any();
-    result_t perform();
 
     unit_ptr_t spare; ///< a program that has been cleared, for its memory
 };

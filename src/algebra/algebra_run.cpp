@@ -51,17 +51,13 @@ result_t algebra_t::imp_t::evaluate_any() {
     if (program == nullptr) {
         return {};
     }
-    if (number_t value; machine_get().calculate(*program, value)) {
+    machine_t& runner = machine_get();
+    if (number_t value; runner.calculate(*program, value)) {
         return value.value();
     }
-    return perform();
-}
-
-/// Evaluates the program with the machine.
-result_t algebra_t::imp_t::perform() {
     const levels_t levels(nesting, nesting.levels_of_evaluation(budget.limits));
     bool returned = false;
-    return machine_get().perform(*program, returned);
+    return runner.perform(*program, returned);
 }
 
 result_t algebra_t::imp_t::evaluate(const list_t& tokens) {

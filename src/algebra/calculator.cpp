@@ -104,7 +104,7 @@ inline bool calculator_t::reals_load(unit_t& unit) const {
     return true;
 }
 
-/// Does the steps with floats alone. A division by zero is left to those who report it.
+/// Does the steps with floats alone.
 inline float calculator_t::reals_run(calculation_t& calculation) {
     float* const r = calculation.reals.data();
     for (const step_t* at = calculation.steps.data();; ++at) {
@@ -121,7 +121,10 @@ inline float calculator_t::reals_run(calculation_t& calculation) {
             value *= b;
             break;
         case opcode_e::divide:
-            value = b == 0.0F ? std::numeric_limits<float>::quiet_NaN() : value / b;
+            if (b == 0.0F) { // to be reported, even if a function would choose another value
+                return std::numeric_limits<float>::quiet_NaN();
+            }
+            value /= b;
             break;
         case opcode_e::negate:
             value = arm::negate(value);

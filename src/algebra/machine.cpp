@@ -60,40 +60,28 @@ result_t machine_t::run(unit_t& unit, bool& returned) {
 }
 
 result_t machine_t::perform(unit_t& unit, bool& returned) {
-    run_t run = begin(unit);
+    run_t run(*this);
+    begin(unit);
     execute(run);
     returned = run.returned;
-    try {
-        result_t result = values.value_of(values.data()[run.slots]);
-        end(run);
-        return result;
-    } catch (...) {
-        end(run);
-        throw;
-    }
+    return values.value_of(values.data()[run.slots]);
 }
 
 bool machine_t::run_list(unit_t& unit, std::vector<result_t>& out) {
-    run_t run = begin(unit);
+    run_t run(*this);
+    begin(unit);
     execute(run);
-    try {
-        for (std::size_t i = run.slots; i < top; ++i) {
-            out.push_back(values.value_of(values.data()[i]));
-        }
-    } catch (...) {
-        end(run);
-        throw;
+    for (std::size_t i = run.slots; i < top; ++i) {
+        out.push_back(values.value_of(values.data()[i]));
     }
-    end(run);
     return !run.returned;
 }
 
 /// Begins a run with a frame of the evaluator's own.
-machine_t::run_t machine_t::begin(unit_t& unit) {
+void machine_t::begin(unit_t& unit) {
     if (frames.empty()) {
         base.variables.tidy();
     }
-    const run_t run = {frames.size(), top, values.pool_size(), marks.size(), base.drawn, false};
     if (base.drawn == nullptr) {
         base.drawn = base.nesting.origin_budget();
         if (base.drawn == nullptr) {
@@ -101,40 +89,24 @@ machine_t::run_t machine_t::begin(unit_t& unit) {
             base.budget.begin();
         }
     }
-    try {
-        frame_push(unit, frame_e::base);
-        frame().state = &base;
-        frame().depth = base.nesting.depth_get();
-        frame_enter();
-    } catch (...) {
-        end(run);
-        throw;
-    }
-    return run;
+    frame_t& pushed = frame_push(unit, frame_e::base);
+    pushed.state = &base;
+    pushed.depth = base.nesting.depth_get();
+    frame_enter();
 }
 
-/// Runs what has begun. The frame of the evaluator stays, with its value or values on top.
+/// Runs what has begun. The frame of the evaluator stays, with its value or values on top. A
+/// `return` in a tree that a host function has evaluated ends a program here.
 void machine_t::execute(run_t& run) {
-    try {
-        while (!steps_do(run)) {
+    for (bool is_over = false; !is_over;) {
+        try {
+            while (!loop(run)) {
+                host_call(pc[-1]);
+            }
+            is_over = true;
+        } catch (return_exception_t& returned) {
+            is_over = give_back(run, std::move(returned.value));
         }
-    } catch (...) {
-        end(run);
-        throw;
-    }
-}
-
-/// Runs until the end, or until a `return` in a tree that a host function has evaluated ends a
-/// program here.
-/// @return true at the end of the run
-bool machine_t::steps_do(run_t& run) {
-    try {
-        while (!loop(run)) {
-            host_call(pc[-1]);
-        }
-        return true;
-    } catch (return_exception_t& returned) {
-        return give_back(run, std::move(returned.value));
     }
 }
 
@@ -144,32 +116,15 @@ void machine_t::end(const run_t& run) noexcept {
         frame_end();
     }
     values.pool_shrink(run.pool);
-    marks.resize(run.marks);
+    while (marks.size() > run.marks) {
+        marks.pop_back();
+    }
     top = run.slots;
     base.drawn = run.drawn;
 }
 
-void machine_t::frame_push(unit_t& unit, frame_e kind) {
-    frames.emplace_back();
-    frame_t& pushed = frames.back();
-    pushed.unit = &unit;
-    pushed.kind = kind;
-    pushed.floor = top;
-    unit.pin();
-}
-
-/// Makes the program on top ready to run from its beginning.
-void machine_t::frame_enter() {
-    const program_t& program = *frame().unit->program;
-    base.drawn->steps_draw(program.steps);
-    values.reserve(top, program.stack_need);
-    links_check();
-    pc = program.code.data();
-}
-
-/// Ends the frame on top and undoes what it has done to its caller.
-void machine_t::frame_end() noexcept {
-    frame_t& ended = frames.back();
+/// Undoes what a frame that ends has done to its caller.
+void machine_t::frame_undo(const frame_t& ended) noexcept {
     if (ended.kind == frame_e::assign) {
         if (!ended.is_isolated) {
             ended.state->nesting.leave();
@@ -177,8 +132,6 @@ void machine_t::frame_end() noexcept {
     } else if (ended.is_isolated) {
         ended.state->variables.journal_undo(ended.journal);
     }
-    ended.unit->unpin();
-    frames.pop_back();
 }
 
 /// Ends a program with its value on top.
@@ -252,9 +205,10 @@ bool machine_t::loop(run_t& run) {
             // On the stack, the right operand is above the left one.
             slot_t b;
             if (step.right == operand_e::stack) {
-                b = *--slot;
+                b = (--slot)->read();
             }
-            const slot_t a = step.left == operand_e::stack ? *--slot : leaf(step.left, step.a);
+            const slot_t a =
+                step.left == operand_e::stack ? (--slot)->read() : leaf(step.left, step.a);
             if (step.right != operand_e::stack) {
                 b = leaf(step.right, step.b);
             }

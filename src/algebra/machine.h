@@ -119,20 +119,29 @@ public:
     translator_t& translator_get() { return translator; }
 
 private:
-    /// What a run has to put back.
+    /// A run, and what it puts back at its end.
     struct run_t {
-        std::size_t frames;
-        std::size_t slots;
-        std::size_t pool;
-        std::size_t marks;
-        budget_t* drawn;
-        bool returned;
+        explicit run_t(machine_t& runner)
+            : machine(runner), frames(runner.frames.size()), slots(runner.top),
+              pool(runner.values.pool_size()), marks(runner.marks.size()),
+              drawn(runner.base.drawn) {}
+        run_t(const run_t&) = delete;
+        run_t& operator=(const run_t&) = delete;
+        ~run_t() { machine.end(*this); }
+
+        machine_t& machine;
+        const std::size_t frames;
+        const std::size_t slots;
+        const std::size_t pool;
+        const std::size_t marks;
+        budget_t* const drawn;
+        bool returned = false;
     };
 
     using bodies_t = std::map<std::pair<environment_t, std::string>, unit_ptr_t>;
 
     // The run (machine.cpp).
-    run_t begin(unit_t& unit);
+    void begin(unit_t& unit);
     void execute(run_t& run);
     void end(const run_t& run) noexcept;
     bool loop(run_t& run);
@@ -144,10 +153,32 @@ private:
     bool leave(run_t& run);
     [[gnu::cold]] bool give_back(run_t& run);
     [[gnu::cold]] bool give_back(run_t& run, result_t value);
-    bool steps_do(run_t& run);
-    void frame_push(unit_t& unit, frame_e kind);
-    void frame_end() noexcept;
-    void frame_enter();
+    frame_t& frame_push(unit_t& unit, frame_e kind) {
+        frames.emplace_back();
+        frame_t& pushed = frames.back();
+        pushed.unit = &unit;
+        pushed.kind = kind;
+        pushed.floor = top;
+        unit.pin();
+        return pushed;
+    }
+    void frame_end() noexcept {
+        frame_t& ended = frames.back();
+        if (ended.kind != frame_e::base) {
+            frame_undo(ended);
+        }
+        ended.unit->unpin();
+        frames.pop_back();
+    }
+    static void frame_undo(const frame_t& ended) noexcept;
+    /// Makes the program on top ready to run from its beginning.
+    void frame_enter() {
+        const program_t& program = *frame().unit->program;
+        base.drawn->steps_draw(program.steps);
+        values.reserve(top, program.stack_need);
+        links_check();
+        pc = program.code.data();
+    }
     frame_t& frame() { return frames.back(); }
 
     // Variables (machine_values.cpp).
@@ -155,7 +186,7 @@ private:
     slot_t load_text(const result_t& value);
     cell_t& cell_to_write(context_t& state, unit_t& unit, std::uint32_t place);
     void cell_set(cell_t& cell, slot_t value);
-    void store(std::uint32_t place, const slot_t& value);
+    void store(std::uint32_t place, slot_t value);
     /// Forgets links that are no longer good.
     void links_check() {
         const context_t& state = *frame().state;
@@ -163,20 +194,27 @@ private:
     }
 
     // Operators on what is no pair of numbers (machine_values.cpp).
-    slot_t unary_general(opcode_e opcode, const slot_t& a);
-    slot_t binary_general(opcode_e opcode, const slot_t& a, const slot_t& b);
-    slot_t binary_of_integers(opcode_e opcode, const slot_t& a, const slot_t& b);
-    [[gnu::cold]] slot_t binary_of_results(opcode_e opcode, const slot_t& a, const slot_t& b);
-    slot_t join(const slot_t& a, const slot_t& b);
-    bool texts_of(const slot_t& a, const slot_t& b, const std::string*& x, const std::string*& y);
-    int int_of(const slot_t& slot) const;
+    slot_t unary_general(opcode_e opcode, slot_t a);
+    slot_t binary_general(opcode_e opcode, slot_t a, slot_t b);
+    slot_t binary_of_integers(opcode_e opcode, slot_t a, slot_t b);
+    [[gnu::cold]] slot_t binary_of_results(opcode_e opcode, slot_t a, slot_t b);
+    const std::string* text_of(slot_t slot) const;
+    slot_t join(slot_t a, slot_t b, const std::string& left, const std::string& right);
+    int int_of(slot_t slot) const;
 
     // Calls (machine_calls.cpp).
     void call_do(const instruction_t& step);
     std::size_t arguments_count(const instruction_t& instruction);
     void arguments_release(std::size_t count);
-    void counts_check(const target_t& target, const char* kind, std::size_t found, int least,
-                      int most) const;
+    static void counts_check(const target_t& target, const char* kind, std::size_t found,
+                             int least, int most) {
+        const int count = static_cast<int>(found);
+        if (count < least || count > most) {
+            fail_counts(target, kind, count, least, most);
+        }
+    }
+    [[noreturn, gnu::cold]] static void fail_counts(const target_t& target, const char* kind,
+                                                    int count, int least, int most);
     void builtin_call(const instruction_t& instruction);
     void builtin_general(const target_t& target, slot_t* arguments);
     void host_call(const instruction_t& instruction);
@@ -184,11 +222,12 @@ private:
     result_t host_apply_two(const function_prototype_t& function, algebra_t& owner);
     result_t host_apply_three(const function_prototype_t& function, algebra_t& owner);
     result_t host_apply_list(const host_record_t& host, algebra_t& owner, std::size_t count);
-    result_t host_apply(const host_record_t& host, algebra_t& owner, std::size_t count);
-    result_t argument_take() { return values.take(values.data()[--top]); }
+    result_t host_apply(const std::string& name, const host_record_t& host, std::size_t count);
+    result_t argument_take();
     [[gnu::cold]] void foreign(const instruction_t& instruction);
 
     // Frames of calls (machine_frames.cpp).
+    frame_t& called_push(unit_t& unit, frame_e kind);
     bool arguments_wanted(const instruction_t& instruction);
     void script_call(const instruction_t& instruction);
     const function_t& script_find(const target_t& target, call_link_t& link);

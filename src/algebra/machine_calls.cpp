@@ -58,12 +58,8 @@ void machine_t::arguments_release(std::size_t count) {
     top -= count;
 }
 
-void machine_t::counts_check(const target_t& target, const char* kind, std::size_t found,
-                             int least, int most) const {
-    const int count = static_cast<int>(found);
-    if (count >= least && count <= most) {
-        return;
-    }
+void machine_t::fail_counts(const target_t& target, const char* kind, int count, int least,
+                            int most) {
     if (least != most) {
         throw exception_t("%s function %s -- %d arguments found, %d to %d expected", kind,
                           target.name.c_str(), count, least, most);
@@ -109,33 +105,12 @@ void machine_t::builtin_general(const target_t& target, slot_t* arguments) {
     values.data()[top++] = values.keep(std::move(value));
 }
 
-void machine_t::host_call(const instruction_t& instruction) {
-    // The program may go while the function runs, but its unit is pinned.
-    const target_t& target = frame().unit->program->targets[instruction.a.place];
-    const host_record_t& host = *target.callee.host;
-    std::size_t count = 0;
-    if (host.count_max != 0) {
-        count = arguments_count(instruction);
-        counts_check(target, "external", count, host.count_min, host.count_max);
-    }
-    if (frame().is_isolated) {
-        evaluators_make();
-    }
-    context_t& state = *frame().state;
-    const instruction_t* const resume = pc;
-    result_t value;
-    {
-        const nesting_t::call_t call(state.nesting, target.name, *base.drawn);
-        value = host_apply(host, *state.owner, count);
-    }
-    pc = resume;
-    links_check();
-    values.reserve(top, frame().unit->program->stack_need);
-    values.data()[top++] = values.keep(std::move(value));
-}
-
 // Each kind of host function is called by a function of its own, so that a call needs no more of
 // the stack than its own arguments do.
+
+result_t machine_t::argument_take() {
+    return values.take(values.data()[--top]);
+}
 
 [[gnu::noinline]] result_t machine_t::host_apply_one(const function_prototype_t& function,
                                                      algebra_t& owner) {
@@ -172,7 +147,11 @@ void machine_t::host_call(const instruction_t& instruction) {
 }
 
 /// Calls a host function with the uppermost values, which are taken off the stack before.
-result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner, std::size_t count) {
+inline result_t machine_t::host_apply(const std::string& name, const host_record_t& host,
+                                      std::size_t count) {
+    context_t& state = *frame().state;
+    const nesting_t::call_t call(state.nesting, name, *base.drawn);
+    algebra_t& owner = *state.owner;
     const function_prototype_t& function = host.prototype;
     const bool is_listed = host.closure != nullptr || count > 3;
     if (!is_listed && function.function0 != nullptr) {
@@ -188,6 +167,26 @@ result_t machine_t::host_apply(const host_record_t& host, algebra_t& owner, std:
         return host_apply_three(function, owner);
     }
     return host_apply_list(host, owner, count);
+}
+
+void machine_t::host_call(const instruction_t& instruction) {
+    // The program may go while the function runs, but its unit is pinned.
+    const target_t& target = frame().unit->program->targets[instruction.a.place];
+    const host_record_t& host = *target.callee.host;
+    std::size_t count = 0;
+    if (host.count_max != 0) {
+        count = arguments_count(instruction);
+        counts_check(target, "external", count, host.count_min, host.count_max);
+    }
+    if (frame().is_isolated) {
+        evaluators_make();
+    }
+    const instruction_t* const resume = pc;
+    result_t value = host_apply(target.name, host, count);
+    pc = resume;
+    links_check();
+    values.reserve(top, frame().unit->program->stack_need);
+    values.data()[top++] = values.keep(std::move(value));
 }
 
 /// Asks a token of the host for its value or values, or gives it one. No text names such a token,

@@ -59,6 +59,19 @@ bool machine_t::arguments_wanted(const instruction_t& instruction) {
     return false;
 }
 
+/// Pushes an isolated frame on top of that of its caller.
+frame_t& machine_t::called_push(unit_t& unit, frame_e kind) {
+    frame().resume = pc;
+    context_t& state = *frame().state;
+    const unsigned depth = frame().depth + 1;
+    frame_t& called = frame_push(unit, kind);
+    called.state = &state;
+    called.journal = state.variables.journal_size();
+    called.depth = depth;
+    called.is_isolated = true;
+    return called;
+}
+
 void machine_t::script_call(const instruction_t& instruction) {
     unit_t& unit = *frame().unit;
     const target_t& target = unit.program->targets[instruction.a.place];
@@ -72,20 +85,12 @@ void machine_t::script_call(const instruction_t& instruction) {
     } else {
         arguments_release(found);
     }
-    context_t& state = *frame().state;
-    const unsigned depth = frame().depth;
-    nesting_t::check(depth, base.drawn->limits, nested_e::script, target.name);
+    nesting_t::check(frame().depth, base.drawn->limits, nested_e::script, target.name);
     unit_t& body = body_get(function, link);
     const std::size_t first = top - function.parameters.size();
-    frame().resume = pc;
-    frame_push(body, frame_e::script);
-    frame_t& called = frame();
-    called.state = &state;
+    frame_t& called = called_push(body, frame_e::script);
     called.name = &target.name;
     called.floor = first;
-    called.journal = state.variables.journal_size();
-    called.depth = depth + 1;
-    called.is_isolated = true;
     parameters_bind(first);
     frame_enter();
 }
@@ -173,12 +178,10 @@ unit_ptr_t machine_t::body_make(const function_t& function) {
 
 void machine_t::evaluate_call(const instruction_t& instruction) {
     builtin_call(instruction);
-    const unsigned depth = frame().depth;
-    context_t& state = *frame().state;
-    const result_t argument = values.take(values.data()[--top]);
+    const result_t argument = argument_take();
     const std::string& text =
         text_argument(argument, "algebra_t::evaluate_f() -- non-string argument to 'evaluate'");
-    nesting_t::check(depth, base.drawn->limits, nested_e::evaluation, "evaluate");
+    nesting_t::check(frame().depth, base.drawn->limits, nested_e::evaluation, "evaluate");
     unit_ptr_t unit = unit_make();
     lexer_settings_t settings;
     settings.budget = base.drawn;
@@ -187,13 +190,7 @@ void machine_t::evaluate_call(const instruction_t& instruction) {
         !translator.translate(settings, *unit->program, error)) {
         throw exception_t(error);
     }
-    frame().resume = pc;
-    frame_push(*unit, frame_e::evaluate);
-    frame_t& called = frame();
-    called.state = &state;
-    called.journal = state.variables.journal_size();
-    called.depth = depth + 1;
-    called.is_isolated = true;
+    frame_t& called = called_push(*unit, frame_e::evaluate);
     called.is_bare = true;
     called.extras().unit = std::move(unit);
     frame_enter();
@@ -201,8 +198,8 @@ void machine_t::evaluate_call(const instruction_t& instruction) {
 
 void machine_t::assign_call(const instruction_t& instruction) {
     builtin_call(instruction);
-    const result_t value = values.take(values.data()[--top]);
-    const result_t target = values.take(values.data()[--top]);
+    const result_t value = argument_take();
+    const result_t target = argument_take();
     assign_begin(text_argument(target, "algebra_t::assign_f() -- non-string value in arg 1"),
                  value.string_get(false, 6));
 }
@@ -220,16 +217,11 @@ unit_t& machine_t::idle_get() {
 
 void machine_t::assign(const std::string& name, const std::string& expression) {
     unit_t& nothing = idle_get();
-    run_t run = begin(nothing);
-    try {
-        // The name may be the parse error, which the parse replaces.
-        assign_begin(name, expression);
-    } catch (...) {
-        end(run);
-        throw;
-    }
+    run_t run(*this);
+    begin(nothing);
+    // The name may be the parse error, which the parse replaces.
+    assign_begin(name, expression);
     execute(run);
-    end(run);
 }
 
 /// Begins the evaluation of a text, the value of which a variable gets. The outcome of the parse
@@ -251,13 +243,8 @@ void machine_t::assign_begin(std::string name, const std::string& text) {
         unit->program->stack_need = 1;
     }
     nesting_t::check(depth, base.drawn->limits, nested_e::assignment, name);
-    frame().resume = pc;
-    frame_push(*unit, frame_e::assign);
-    frame_t& called = frame();
-    called.state = &state;
-    called.depth = depth + 1;
+    frame_t& called = called_push(*unit, frame_e::assign); // isolated until the state knows it
     called.is_bare = is_bare;
-    called.is_isolated = true; // until the state knows its depth
     called.extras().unit = std::move(unit);
     called.extras().target = std::move(name);
     if (!is_isolated) {

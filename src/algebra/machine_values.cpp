@@ -60,7 +60,7 @@ void machine_t::cell_set(cell_t& cell, slot_t value) {
     cell.is_present = true;
 }
 
-void machine_t::store(std::uint32_t place, const slot_t& value) {
+void machine_t::store(std::uint32_t place, slot_t value) {
     const frame_t& running = frame();
     cell_t& cell = cell_to_write(*running.state, *running.unit, place);
     if (running.is_isolated) {
@@ -69,11 +69,11 @@ void machine_t::store(std::uint32_t place, const slot_t& value) {
     cell_set(cell, value);
 }
 
-int machine_t::int_of(const slot_t& slot) const {
+int machine_t::int_of(slot_t slot) const {
     return slot.is_number() ? slot.int_of_number() : values.whole(slot).int_get();
 }
 
-slot_t machine_t::unary_general(opcode_e opcode, const slot_t& a) {
+slot_t machine_t::unary_general(opcode_e opcode, slot_t a) {
     if (opcode == opcode_e::logical_not) {
         const int value = int_of(a);
         values.release(a);
@@ -88,7 +88,7 @@ slot_t machine_t::unary_general(opcode_e opcode, const slot_t& a) {
 }
 
 /// The operators that read both operands as integers.
-slot_t machine_t::binary_of_integers(opcode_e opcode, const slot_t& a, const slot_t& b) {
+slot_t machine_t::binary_of_integers(opcode_e opcode, slot_t a, slot_t b) {
     const int y = int_of(b);
     const int x = int_of(a);
     values.release(b);
@@ -99,22 +99,45 @@ slot_t machine_t::binary_of_integers(opcode_e opcode, const slot_t& a, const slo
     return slot_t::of_int(numbers::of_integers(opcode, x, y));
 }
 
-/// Gives the texts of two values when both are strings.
-inline bool machine_t::texts_of(const slot_t& a, const slot_t& b, const std::string*& x,
-                                const std::string*& y) {
-    if (a.is_number() || b.is_number()) {
-        return false;
+/// The text of a string, or null.
+inline const std::string* machine_t::text_of(slot_t slot) const {
+    if (slot.is_number()) {
+        return nullptr;
     }
-    const result_t& left = values.whole(a);
-    const result_t& right = values.whole(b);
-    x = &result_members_t::text(left);
-    y = &result_members_t::text(right);
-    return result_members_t::type(left) == result_t::type_string &&
-           result_members_t::type(right) == result_t::type_string;
+    const result_t& value = values.whole(slot);
+    const bool is_string = result_members_t::type(value) == result_t::type_string;
+    return is_string ? &result_members_t::text(value) : nullptr;
+}
+
+/// The left text followed by the right one, which are those of two slots. A text of the stack's
+/// own grows in place, so that a long chain of additions costs no more than the text it makes.
+inline slot_t machine_t::join(slot_t a, slot_t b, const std::string& left,
+                              const std::string& right) {
+    const bool grows = a.kind() == slot_t::owned;
+    base.drawn->text_draw(right.size() + (grows ? 0 : left.size()));
+    if (right.size() > right.max_size() - left.size()) {
+        throw std::bad_alloc(); // on a 32-bit system, before memory runs out
+    }
+    const bool grows_in_front = !grows && b.kind() == slot_t::owned;
+    // A claim may move the pool, but then neither text is there.
+    const slot_t joined = grows ? a : grows_in_front ? b : values.claim();
+    result_t& sum = values.own(joined);
+    std::string& text = result_members_t::text(sum);
+    if (grows) {
+        text += right;
+        values.release(b);
+    } else if (grows_in_front) {
+        text.insert(0, left);
+    } else {
+        text = left;
+        text += right;
+    }
+    result_members_t::set(sum, result_t::type_string, 0, 0);
+    return joined;
 }
 
 /// An operator on operands that are not both numbers, or a division by zero.
-slot_t machine_t::binary_general(opcode_e opcode, const slot_t& a, const slot_t& b) {
+slot_t machine_t::binary_general(opcode_e opcode, slot_t a, slot_t b) {
     switch (opcode) {
     case opcode_e::modulo:
     case opcode_e::shift_left:
@@ -124,34 +147,36 @@ slot_t machine_t::binary_general(opcode_e opcode, const slot_t& a, const slot_t&
     case opcode_e::logical_and:
     case opcode_e::logical_or:
         return binary_of_integers(opcode, a, b);
-    default:
+    case opcode_e::add:
+    case opcode_e::equal:
+    case opcode_e::not_equal:
         break;
+    default:
+        return binary_of_results(opcode, a, b);
     }
-    const std::string* x = nullptr;
-    const std::string* y = nullptr;
-    if (texts_of(a, b, x, y)) {
-        if (opcode == opcode_e::add) {
-            return join(a, b);
-        }
-        if (opcode == opcode_e::equal || opcode == opcode_e::not_equal) {
-            const bool holds = (*x == *y) == (opcode == opcode_e::equal);
-            values.release(b);
-            values.release(a);
-            return slot_t::of_int(holds ? 1 : 0);
-        }
+    const std::string* const x = text_of(a);
+    const std::string* const y = text_of(b);
+    if (x == nullptr || y == nullptr) {
+        return binary_of_results(opcode, a, b);
     }
-    return binary_of_results(opcode, a, b);
+    if (opcode == opcode_e::add) {
+        return join(a, b, *x, *y);
+    }
+    const bool holds = (*x == *y) == (opcode == opcode_e::equal);
+    values.release(b);
+    values.release(a);
+    return slot_t::of_int(holds ? 1 : 0);
 }
 
 /// An operator on operands that are neither both numbers nor both texts, or a division by zero.
-slot_t machine_t::binary_of_results(opcode_e opcode, const slot_t& a, const slot_t& b) {
+slot_t machine_t::binary_of_results(opcode_e opcode, slot_t a, slot_t b) {
     if (opcode == opcode_e::add && !a.is_number() && values.whole(a).is_string()) {
         const result_t right = values.value_of(b);
         if (right.type_get() <= result_t::type_string) {
             // A number joins as its text.
             values.release(b);
             const slot_t text = values.keep(result_t(right.string_get(false, 0)));
-            return join(a, text);
+            return binary_general(opcode, a, text);
         }
     }
     const result_t right = values.value_of(b);
@@ -160,34 +185,6 @@ slot_t machine_t::binary_of_results(opcode_e opcode, const slot_t& a, const slot
     values.release(b);
     values.release(a);
     return values.keep(std::move(value));
-}
-
-/// The left text followed by the right one. A text of the stack's own grows in place, so that a
-/// long chain of additions costs no more than the text it makes.
-slot_t machine_t::join(const slot_t& a, const slot_t& b) {
-    const bool grows = a.kind() == slot_t::owned;
-    const std::string& right = result_members_t::text(values.whole(b));
-    const std::size_t size = result_members_t::text(values.whole(a)).size();
-    base.drawn->text_draw(right.size() + (grows ? 0 : size));
-    if (right.size() > right.max_size() - size) {
-        throw std::bad_alloc(); // on a 32-bit system, before memory runs out
-    }
-    if (!grows && b.kind() == slot_t::owned) {
-        result_t& sum = values.own(b);
-        result_members_t::text(sum).insert(0, result_members_t::text(values.whole(a)));
-        result_members_t::set(sum, result_t::type_string, 0, 0);
-        return b;
-    }
-    const slot_t joined = grows ? a : values.claim();
-    // The pool may have moved.
-    std::string& text = result_members_t::text(values.own(joined));
-    if (!grows) {
-        text = result_members_t::text(values.whole(a));
-    }
-    text += result_members_t::text(values.whole(b));
-    result_members_t::set(values.own(joined), result_t::type_string, 0, 0);
-    values.release(b);
-    return joined;
 }
 
 void machine_t::fail(opcode_e opcode) {

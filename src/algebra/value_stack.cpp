@@ -11,12 +11,9 @@ void value_stack_t::grow(std::size_t size) {
     slots.resize(std::max(size, slots.size() + slots.size() / 2));
 }
 
-slot_t value_stack_t::keep(result_t&& value) {
-    slot_t slot = slot_t::of_value(value);
-    if (!slot.is_number()) {
-        slot = claim();
-        pool[slot.place()] = std::move(value);
-    }
+slot_t value_stack_t::keep_text(result_t&& value) {
+    const slot_t slot = claim();
+    pool[slot.place()] = std::move(value);
     return slot;
 }
 
@@ -40,9 +37,9 @@ void value_stack_t::pool_release() noexcept {
     }
 }
 
-result_t value_stack_t::take(slot_t slot) {
+result_t value_stack_t::take_text(slot_t slot) {
     if (slot.kind() != slot_t::owned) {
-        return value_of(slot);
+        return slot.value();
     }
     result_t& value = pool[slot.place()];
     // A short text is copied, so that the pool keeps its memory.

@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "algebra/arm_arithmetic.h"
@@ -66,6 +67,9 @@ public:
     bool is_single() const { return (tag & single) != 0; }
     int int_view() const { return static_cast<int>(static_cast<std::uint32_t>(word)); }
     float float_view() const { return arm::float_of(static_cast<std::uint32_t>(word >> 32U)); }
+    /// A copy, word by word: a slot has been written so, and a processor waits where one read
+    /// of both words follows.
+    slot_t read() const { return {tag, word}; }
     /// What a borrowed slot refers to.
     const result_t& value() const {
         // A word keeps numbers, too. NOLINTNEXTLINE(performance-no-int-to-ptr)
@@ -124,7 +128,7 @@ public:
     slot_t() = default;
 
 private:
-    slot_t(unsigned new_tag, std::uint64_t new_word) : tag(new_tag), word(new_word) {}
+    slot_t(std::uint64_t new_tag, std::uint64_t new_word) : tag(new_tag), word(new_word) {}
     static std::uint64_t high(float value) { return std::uint64_t{arm::bits_of(value)} << 32U; }
 
     std::uint64_t tag = 0;
@@ -160,7 +164,10 @@ public:
         return slot_t::of_place(pool_used++);
     }
     /// A slot that keeps a value of its own.
-    slot_t keep(result_t&& value);
+    slot_t keep(result_t&& value) {
+        return number_t::is_number(value) ? slot_t::of_number(value)
+                                          : keep_text(std::move(value));
+    }
     slot_t keep_copy(const result_t& value);
     /// Lets go of a slot, the uppermost one among those that own a value.
     void release(const slot_t& slot) {
@@ -175,7 +182,7 @@ public:
         }
     }
     /// The value of a slot, which is let go of.
-    result_t take(slot_t slot);
+    result_t take(slot_t slot) { return slot.is_number() ? number_of(slot) : take_text(slot); }
     /// A copy of the value of a slot.
     result_t value_of(slot_t slot) const {
         return slot.is_number() ? number_of(slot) : whole(slot);
@@ -195,6 +202,8 @@ public:
 
 private:
     void grow(std::size_t size);
+    slot_t keep_text(result_t&& value);
+    result_t take_text(slot_t slot);
     void pool_release() noexcept;
 
     std::vector<slot_t> slots;

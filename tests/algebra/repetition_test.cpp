@@ -124,6 +124,18 @@ TEST_F(repetition, reports_a_division_by_zero_among_good_ones) {
     }
 }
 
+TEST_F(repetition, reports_a_division_by_zero_where_another_value_would_be_chosen) {
+    result_t& a = algebra["a"];
+    algebra.assign("b", 2.0F);
+    ASSERT_TRUE(algebra.parse("max(1.5 / a, b) + b"));
+    for (int round = 0; round < 20; ++round) {
+        a = 0.5F;
+        ASSERT_EQ(again() + again(), "(f) 5(f) 5");
+        a = 0.0F;
+        ASSERT_EQ(again(), "! divide by zero");
+    }
+}
+
 TEST_F(repetition, reports_a_variable_that_is_gone_until_it_is_back) {
     for (const char* const text : {"a * 2.5", "a * 2"}) {
         ASSERT_TRUE(algebra.parse(text)) << text;
