@@ -35,7 +35,8 @@ public:
     bool parse(const std::string& text);
     void program_clear();
 
-    result_t evaluate();
+    /// Evaluates the program in any way but the quick one.
+    [[gnu::noinline]] result_t evaluate();
     result_t evaluate(const list_t& tokens);
     void eval_and_assign(const std::string& name, const std::string& expression);
     /// Replaces the variables by those of `other`.
@@ -44,7 +45,6 @@ public:
 private:
     [[noreturn, gnu::cold]] static void fail_unusable(bool was_moved);
     unit_t& program_renew();
-    [[gnu::noinline]] result_t evaluate_any();
 
     unit_ptr_t spare; ///< a program that has been cleared, for its memory
 };

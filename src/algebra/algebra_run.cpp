@@ -34,20 +34,17 @@ private:
 } // namespace
 
 result_t algebra_t::evaluate() {
-    return imp_t::of(*this).evaluate();
-}
-
-result_t algebra_t::imp_t::evaluate() {
-    if (program != nullptr && program->is_quick) {
-        if (const float value = machine_get().calculate_reals(*program); !std::isnan(value)) {
+    imp_t& own = imp_t::of(*this);
+    unit_t* const unit = own.program.get();
+    if (unit != nullptr && unit->is_quick) {
+        if (const float value = own.machine_get().calculate_reals(*unit); !std::isnan(value)) {
             return value;
         }
     }
-    return evaluate_any();
+    return own.evaluate();
 }
 
-/// The same for a program that is not quick.
-result_t algebra_t::imp_t::evaluate_any() {
+result_t algebra_t::imp_t::evaluate() {
     if (program == nullptr) {
         return {};
     }

@@ -35,6 +35,7 @@ private:
     bool call(const instruction_t& instruction);
     bool jump(const instruction_t& instruction);
     void reals_add();
+    void real_steps_add();
     bool is_of_reals(const step_t& step, const std::vector<bool>& are_reals) const;
 
     const program_t& program;
@@ -92,6 +93,27 @@ void calculation_maker_t::reals_add() {
     if (is_good) {
         for (const number_t& number : made.registers) {
             made.reals.push_back(number.float_of_number());
+        }
+        real_steps_add();
+    }
+}
+
+/// Makes the steps for floats alone. What is multiplied is computed for one step only, so that a
+/// product that is added next needs no register.
+void calculation_maker_t::real_steps_add() {
+    for (const step_t& step : made.steps) {
+        const bool is_sum =
+            step.opcode == opcode_e::add && !made.real_steps.empty() &&
+            made.real_steps.back().opcode == opcode_e::multiply &&
+            (made.real_steps.back().out == step.a) != (made.real_steps.back().out == step.b);
+        if (is_sum) {
+            calculation_t::real_step_t& product = made.real_steps.back();
+            product.c = product.out == step.a ? step.b : step.a;
+            product.out = step.out;
+            product.opcode = opcode_e::multiply_add;
+        } else {
+            made.real_steps.push_back(
+                {step.opcode, step.detail, step.out, step.a, step.b, step.a});
         }
     }
 }

@@ -26,10 +26,21 @@ struct calculation_t {
         std::uint16_t b;
     };
 
+    /// A step for floats alone. A sum of a product and the register `c` is one step.
+    struct real_step_t {
+        opcode_e opcode;
+        unsigned char detail;
+        std::uint16_t out;
+        std::uint16_t a;
+        std::uint16_t b;
+        std::uint16_t c;
+    };
+
     std::vector<step_t> steps; ///< none where the program is no calculation
     std::vector<number_t> registers;
     /// The same for the case that all variables are floats; none where values of the program can
     /// be integers even then.
+    std::vector<real_step_t> real_steps;
     std::vector<float> reals;
     std::uint32_t names = 0;      ///< register of the first variable
     std::uint32_t failures = 0;   ///< in a row

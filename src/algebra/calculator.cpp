@@ -107,7 +107,7 @@ inline bool calculator_t::reals_load(unit_t& unit) const {
 /// Does the steps with floats alone.
 inline float calculator_t::reals_run(calculation_t& calculation) {
     float* const r = calculation.reals.data();
-    for (const step_t* at = calculation.steps.data();; ++at) {
+    for (const calculation_t::real_step_t* at = calculation.real_steps.data();; ++at) {
         float value = r[at->a];
         const float b = r[at->b];
         switch (at->opcode) {
@@ -119,6 +119,9 @@ inline float calculator_t::reals_run(calculation_t& calculation) {
             break;
         case opcode_e::multiply:
             value *= b;
+            break;
+        case opcode_e::multiply_add:
+            value = value * b + r[at->c];
             break;
         case opcode_e::divide:
             if (b == 0.0F) { // to be reported, even if a function would choose another value

@@ -38,10 +38,10 @@ enum class opcode_e : unsigned char {
     push,   ///< a leaf
     branch, ///< jumps where the test on top does not hold
     jump,
-    store,         ///< the value on top, which stays, into a variable
-    real_function, ///< a built-in of one float
-    builtin,       ///< any other built-in that gives a value
-    evaluate,      ///< the built-ins that begin or end a program
+    multiply_add, ///< of a calculation with floats alone: a product, and a sum with it
+    store,        ///< the value on top, which stays, into a variable
+    builtin,      ///< a built-in that gives a value
+    evaluate,     ///< the built-ins that begin or end a program
     assign,
     give_back,
     arguments, ///< looks whether a script function has parameters now

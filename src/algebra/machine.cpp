@@ -170,10 +170,9 @@ bool machine_t::give_back(run_t& run, result_t value) {
     return leave(run);
 }
 
-/// The value of an operand that is a leaf.
-inline slot_t machine_t::leaf(operand_e kind, argument_t argument) {
+/// The value of an operand that is a leaf, in the program on top.
+inline slot_t machine_t::leaf(const unit_t& unit, operand_e kind, argument_t argument) {
     if (kind == operand_e::name) {
-        const unit_t& unit = *frame().unit;
         const cell_t* const cell = unit.names[argument.place].to_read;
         if (cell != nullptr && cell->is_present) {
             const slot_t slot = slot_t::of_value(cell->value);
@@ -186,9 +185,8 @@ inline slot_t machine_t::leaf(operand_e kind, argument_t argument) {
     if (kind == operand_e::integer) {
         return slot_t::of_int(argument.integer);
     }
-    return kind == operand_e::real
-               ? slot_t::of_float(argument.real)
-               : slot_t::of_value(frame().unit->program->texts[argument.place]);
+    return kind == operand_e::real ? slot_t::of_float(argument.real)
+                                   : slot_t::of_value(unit.program->texts[argument.place]);
 }
 
 /// The steps of programs, until that of the run ends. Leaves and operators of two operands are
@@ -197,10 +195,11 @@ inline slot_t machine_t::leaf(operand_e kind, argument_t argument) {
 bool machine_t::loop(run_t& run) {
     const instruction_t* at = pc;
     slot_t* slot = values.data() + top;
+    const unit_t* unit = frame().unit;
     for (;;) {
         const instruction_t& step = *at++;
         if (step.opcode == opcode_e::push) {
-            *slot++ = leaf(step.left, step.a);
+            *slot++ = leaf(*unit, step.left, step.a);
         } else if (step.opcode < opcode_e::push && step.opcode > opcode_e::logical_not) {
             // On the stack, the right operand is above the left one.
             slot_t b;
@@ -208,9 +207,9 @@ bool machine_t::loop(run_t& run) {
                 b = (--slot)->read();
             }
             const slot_t a =
-                step.left == operand_e::stack ? (--slot)->read() : leaf(step.left, step.a);
+                step.left == operand_e::stack ? (--slot)->read() : leaf(*unit, step.left, step.a);
             if (step.right != operand_e::stack) {
-                b = leaf(step.right, step.b);
+                b = leaf(*unit, step.right, step.b);
             }
             if (!binary_of_numbers(step.opcode, *slot, a, b)) {
                 *slot = binary_general(step.opcode, a, b);
@@ -230,6 +229,7 @@ bool machine_t::loop(run_t& run) {
             }
             at = pc;
             slot = values.data() + top;
+            unit = frame().unit;
         }
     }
 }
@@ -275,7 +275,8 @@ bool machine_t::step_do(const instruction_t& step, run_t& run) {
 
 /// The one operand of a step.
 slot_t machine_t::operand_take(const instruction_t& step) {
-    return step.left == operand_e::stack ? values.data()[--top] : leaf(step.left, step.a);
+    return step.left == operand_e::stack ? values.data()[--top]
+                                         : leaf(*frame().unit, step.left, step.a);
 }
 
 /// Does an operator of one operand.

@@ -146,7 +146,7 @@ private:
     void end(const run_t& run) noexcept;
     bool loop(run_t& run);
     bool step_do(const instruction_t& step, run_t& run);
-    slot_t leaf(operand_e kind, argument_t argument);
+    slot_t leaf(const unit_t& unit, operand_e kind, argument_t argument);
     slot_t operand_take(const instruction_t& step);
     void unary(const instruction_t& step);
     void branch(const instruction_t& step);
@@ -173,10 +173,11 @@ private:
     static void frame_undo(const frame_t& ended) noexcept;
     /// Makes the program on top ready to run from its beginning.
     void frame_enter() {
-        const program_t& program = *frame().unit->program;
+        const frame_t& entered = frame();
+        const program_t& program = *entered.unit->program;
         base.drawn->steps_draw(program.steps);
         values.reserve(top, program.stack_need);
-        links_check();
+        links_check(entered);
         pc = program.code.data();
     }
     frame_t& frame() { return frames.back(); }
@@ -188,9 +189,10 @@ private:
     void cell_set(cell_t& cell, slot_t value);
     void store(std::uint32_t place, slot_t value);
     /// Forgets links that are no longer good.
-    void links_check() {
-        const context_t& state = *frame().state;
-        frame().unit->links_check(state.family, state.variables.generation_get());
+    void links_check() { links_check(frame()); }
+    static void links_check(const frame_t& running) {
+        const context_t& state = *running.state;
+        running.unit->links_check(state.family, state.variables.generation_get());
     }
 
     // Operators on what is no pair of numbers (machine_values.cpp).

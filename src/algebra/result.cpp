@@ -144,6 +144,9 @@ float result_t::float_get() const {
 }
 
 std::string result_t::string_get(bool scientific, unsigned precision) const {
+    if (is_string()) {
+        return string_value;
+    }
     if (is_float() && (scientific || precision != 0)) {
         return float_text(float_value, scientific, precision);
     }

@@ -50,7 +50,7 @@ private:
             text += " to " + program.names.at(step.a.place);
         } else if (step.opcode == opcode_e::branch || step.opcode == opcode_e::jump) {
             text += " to " + std::to_string(step.b.place);
-        } else if (step.opcode >= opcode_e::real_function && step.opcode <= opcode_e::host_call) {
+        } else if (step.opcode >= opcode_e::builtin && step.opcode <= opcode_e::host_call) {
             text +=
                 " " + program.targets.at(step.a.place).name + " " + std::to_string(step.b.place);
         }

@@ -44,6 +44,7 @@ constexpr const char* texts[] = {
     "a",
     "-a + !b - +c",
     "(a + b*c) / (a - 1.5) + b*b",
+    "1.5 + a*b + c*(a*b + b*c) - (a*b - c) * (a*b + 2)",
     "a % b + (a << 2) + (a >> 1)",
     "(a & b) + (a | b) + (a && b) + (a || c)",
     "(a < b) + 2*(a <= b) + 4*(a > b) + 8*(a >= b) + 16*(a == b) + 32*(a != b)",
