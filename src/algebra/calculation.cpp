@@ -91,9 +91,9 @@ void calculation_maker_t::reals_add() {
         is_good = is_good && is_of_reals(step, are_reals);
     }
     if (is_good) {
-        for (const number_t& number : made.registers) {
-            made.reals.push_back(number.float_of_number());
-        }
+        made.reals = std::vector<float>(made.registers.size());
+        std::transform(made.registers.begin(), made.registers.end(), made.reals.begin(),
+                       [](const number_t& number) { return number.float_of_number(); });
         real_steps_add();
     }
 }
@@ -101,19 +101,19 @@ void calculation_maker_t::reals_add() {
 /// Makes the steps for floats alone. What is multiplied is computed for one step only, so that a
 /// product that is added next needs no register.
 void calculation_maker_t::real_steps_add() {
+    made.real_steps = std::vector<calculation_t::real_step_t>(made.steps.size());
+    calculation_t::real_step_t* last = nullptr;
     for (const step_t& step : made.steps) {
-        const bool is_sum =
-            step.opcode == opcode_e::add && !made.real_steps.empty() &&
-            made.real_steps.back().opcode == opcode_e::multiply &&
-            (made.real_steps.back().out == step.a) != (made.real_steps.back().out == step.b);
+        const bool is_sum = step.opcode == opcode_e::add && last != nullptr &&
+                            last->opcode == opcode_e::multiply &&
+                            (last->out == step.a) != (last->out == step.b);
         if (is_sum) {
-            calculation_t::real_step_t& product = made.real_steps.back();
-            product.c = product.out == step.a ? step.b : step.a;
-            product.out = step.out;
-            product.opcode = opcode_e::multiply_add;
+            last->c = last->out == step.a ? step.b : step.a;
+            last->out = step.out;
+            last->opcode = opcode_e::multiply_add;
         } else {
-            made.real_steps.push_back(
-                {step.opcode, step.detail, step.out, step.a, step.b, step.a});
+            last = last == nullptr ? made.real_steps.data() : last + 1;
+            *last = {step.opcode, step.detail, step.out, step.a, step.b, step.a};
         }
     }
 }

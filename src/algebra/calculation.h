@@ -40,7 +40,7 @@ struct calculation_t {
     std::vector<number_t> registers;
     /// The same for the case that all variables are floats; none where values of the program can
     /// be integers even then.
-    std::vector<real_step_t> real_steps;
+    std::vector<real_step_t> real_steps; ///< as many as `steps`; the last ones may be unused
     std::vector<float> reals;
     std::uint32_t names = 0;      ///< register of the first variable
     std::uint32_t failures = 0;   ///< in a row
