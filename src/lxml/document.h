@@ -157,7 +157,7 @@ public:
     /// @throws ko::exception_t as `write`; "error opening file %s" where no file can be made in
     ///         the folder, or the old one is no ordinary file or must not be written; "error
     ///         writing file %s". The old file is in its place then and nothing beside it, unless
-    ///         flushing the folder fails where there are no hard links, or undoing fails, too
+    ///         undoing fails, too
     void save_atomically(const std::string& file, const write_options_t& options = {}) const;
 
     /// @name Namespaces

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <memory>
 #include <random>
+#include <utility>
 
 #include "exception/exception.h"
 
@@ -56,6 +57,14 @@ int file_calls_t::open_folder(const std::string& path) {
 
 int file_calls_t::create(const std::string& path, mode_t mode) {
     return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+}
+
+int file_calls_t::open(const std::string& path) {
+    return ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
+}
+
+ssize_t file_calls_t::read(int file, char* bytes, std::size_t size) {
+    return ::read(file, bytes, size);
 }
 
 ssize_t file_calls_t::write(int file, const char* bytes, std::size_t size) {
@@ -119,7 +128,11 @@ file_replacement_t::file_replacement_t(const std::string& path, file_calls_t& sy
         fail("opening");
     }
     try {
-        create();
+        // Nobody else sees what is in a file before it has the mode of the old one.
+        buffer.file = create_beside(fresh, origin.exists ? 0600 : 0666);
+        if (buffer.file < 0) {
+            fail("opening");
+        }
     } catch (...) {
         close(folder);
         throw;
@@ -156,20 +169,21 @@ void file_replacement_t::look_at_target() {
     origin.mode = status.st_mode & 07777;
 }
 
-/// Nobody else sees what is in a file before it has the mode of the old one.
-void file_replacement_t::create() {
+/// Makes a file in the folder of the target. @return its descriptor; -1, and no path, when there
+/// is none
+int file_replacement_t::create_beside(std::string& path, mode_t mode) {
     for (int attempt = 0; attempt != attempts_max; ++attempt) {
-        fresh = beside();
-        buffer.file = calls.create(fresh, origin.exists ? 0600 : 0666);
-        if (buffer.file >= 0) {
-            return;
+        path = beside();
+        const int file = calls.create(path, mode);
+        if (file >= 0) {
+            return file;
         }
         if (errno != EEXIST) {
             break;
         }
     }
-    fresh.clear();
-    fail("opening");
+    path.clear();
+    return -1;
 }
 
 /// A path for a file of the same folder, with a random part. Beginning with a point, it is none
@@ -185,53 +199,78 @@ std::string file_replacement_t::beside() const {
 }
 
 void file_replacement_t::commit() {
-    if (!finish_content() || !publish()) {
+    if (!out.flush() || !finish(buffer.file) || !publish()) {
         fail("writing");
     }
 }
 
-/// Brings the new file to the device.
-bool file_replacement_t::finish_content() {
-    if (!out.flush()) {
-        return false;
-    }
+/// Brings a file that was written to the device, with the mode of the old one.
+bool file_replacement_t::finish(int& file) {
     if (origin.exists) {
         // Only the superuser can give a file away.
-        static_cast<void>(calls.take_owner(buffer.file, origin.owner, origin.group));
-        if (calls.set_mode(buffer.file, origin.mode) != 0) {
+        static_cast<void>(calls.take_owner(file, origin.owner, origin.group));
+        if (calls.set_mode(file, origin.mode) != 0) {
             return false;
         }
     }
-    if (uninterrupted([this] { return calls.flush(buffer.file); }) != 0) {
+    if (uninterrupted([this, file] { return calls.flush(file); }) != 0) {
         return false;
     }
-    const int file = buffer.file;
-    buffer.file = -1;
-    return calls.close(file) == 0 || errno == EINTR;
+    return calls.close(std::exchange(file, -1)) == 0 || errno == EINTR;
 }
 
-/// Puts the new file in its place. What keeps the old one as long as that can fail is a second
-/// name, where the file system has links.
+/// Puts the new file in its place. The old one is kept as long as that can fail.
 bool file_replacement_t::publish() {
-    if (origin.exists) {
-        old = beside();
-        if (calls.link(target, old) != 0) {
-            old.clear();
-        }
-    }
-    if (calls.rename(fresh, target) != 0) {
+    if ((origin.exists && !keep_old()) || calls.rename(fresh, target) != 0) {
         return false;
     }
     fresh.clear();
     if (flush_folder()) {
         return true;
     }
-    if (!old.empty() && calls.rename(old, target) == 0) {
-        old.clear();
-    } else if (!origin.exists) {
+    if (!origin.exists) {
         calls.remove(target);
+    } else if (calls.rename(old, target) == 0) {
+        old.clear();
     }
     return false;
+}
+
+/// Not every file system has links, and not every user may link to a file of others.
+bool file_replacement_t::keep_old() {
+    old = beside();
+    if (calls.link(target, old) == 0) {
+        return true;
+    }
+    old.clear();
+    return copy_old();
+}
+
+bool file_replacement_t::copy_old() {
+    descriptor_buffer_t copy(calls);
+    copy.file = create_beside(old, 0600);
+    if (copy.file < 0) {
+        return false;
+    }
+    int source = calls.open(target);
+    const bool is_done = source >= 0 && copy_content(source, copy) && finish(copy.file);
+    close(copy.file);
+    close(source);
+    return is_done;
+}
+
+bool file_replacement_t::copy_content(int source, std::streambuf& copy) {
+    char bytes[4096];
+    for (;;) {
+        const ssize_t count =
+            uninterrupted([&] { return calls.read(source, bytes, sizeof bytes); });
+        if (count <= 0) {
+            return count == 0;
+        }
+        if (copy.sputn(bytes, count) != count) {
+            return false;
+        }
+    }
 }
 
 /// Some file systems cannot flush a folder, and have no need to.

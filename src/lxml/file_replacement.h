@@ -9,16 +9,17 @@
 ///     set_mode       mode of the old file
 ///     flush          the new file
 ///     close          the new file
-///     link           a second name for the old file, where the file system knows such
+///     link           a second name for the old file; where the file system knows no such
+///                    names: create, open, read and write in turn, take_owner, set_mode, flush,
+///                    close for a copy of it, and close for itself
 ///     rename         the new file takes the place of the old one
 ///     flush          the folder
 ///     remove         the second name of the old file
 ///
 /// Invariants: at each moment the file is the old one or the new one, whole. When a call fails,
-/// those before it are undone in reverse order. One case is left: without a second name for the
-/// old file nothing brings that back once the new one has taken its place, so that the new one
-/// stays where the folder cannot be flushed then. A process that is killed leaves at most two
-/// files with random names behind, which nobody looks for.
+/// those before it are undone in reverse order; the second name, or the copy, brings the old file
+/// back where the folder cannot be flushed at the end. A process that is killed leaves at most
+/// two files with random names behind, which nobody looks for.
 #pragma once
 
 #include <sys/types.h>
@@ -36,6 +37,8 @@ public:
     virtual ~file_calls_t();
     virtual int open_folder(const std::string& path);
     virtual int create(const std::string& path, mode_t mode);
+    virtual int open(const std::string& path);
+    virtual ssize_t read(int file, char* bytes, std::size_t size);
     virtual ssize_t write(int file, const char* bytes, std::size_t size);
     virtual int take_owner(int file, uid_t owner, gid_t group);
     virtual int set_mode(int file, mode_t mode);
@@ -78,8 +81,7 @@ public:
 
     /// Puts the new file in the place of the old one.
     /// @throws ko::exception_t "error writing file %s"; the old file is in its place, or none where
-    ///         there was none. Only where the old one could get no second name and flushing the
-    ///         folder fails, or where the new name cannot be undone, the new one is, whole
+    ///         there was none. Only where the new name cannot be undone, the new one is, whole
     void commit();
 
 private:
@@ -93,10 +95,13 @@ private:
 
     void look_at_target();
     void open_folder();
-    void create();
+    int create_beside(std::string& path, mode_t mode);
+    bool finish(int& file);
     bool publish();
+    bool keep_old();
+    bool copy_old();
+    bool copy_content(int source, std::streambuf& copy);
     bool flush_folder();
-    bool finish_content();
     void close(int& file);
     void remove(std::string& path);
     std::string beside() const;
@@ -108,7 +113,7 @@ private:
     origin_t origin;
     int folder = -1;
     std::string fresh; ///< path of the new file; empty when there is none
-    std::string old;   ///< second path of the old file; empty when there is none
+    std::string old;   ///< path of the old file's second name or copy; empty when there is none
     descriptor_buffer_t buffer;
     std::ostream out;
 };

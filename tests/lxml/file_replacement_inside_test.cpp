@@ -29,7 +29,9 @@ using test::watched_calls_t;
 /// Fails at one call, with a certain error.
 class failing_calls_t : public watched_calls_t {
 public:
-    failing_calls_t(std::size_t number, int code) : last(number), error(code) {}
+    failing_calls_t(std::size_t number, int code, bool links = true) : last(number), error(code) {
+        has_links = links;
+    }
 
 protected:
     bool may(const std::string&) override {
@@ -45,7 +47,9 @@ private:
 /// Kills the process before one call.
 class deadly_calls_t : public watched_calls_t {
 public:
-    explicit deadly_calls_t(std::size_t number) : last(number) {}
+    explicit deadly_calls_t(std::size_t number, bool links = true) : last(number) {
+        has_links = links;
+    }
 
 protected:
     bool may(const std::string&) override {
@@ -60,6 +64,16 @@ private:
 };
 
 const std::string old_content = "an old content";
+
+/// How the old file is kept until the new one has its place.
+struct way_t {
+    bool has_links;
+    std::size_t calls;                 ///< those of a whole replacement
+    std::vector<std::size_t> unneeded; ///< those that may fail
+};
+
+// Owner, link, removing of the second name or copy, closing of what was only read.
+const way_t ways[] = {{true, 14, {6, 10, 13, 14}}, {false, 24, {6, 10, 16, 20, 23, 24}}};
 
 class file_replacement : public testing::Test {
 protected:
@@ -91,10 +105,10 @@ protected:
     }
 
     /// Runs a replacement in a process of its own. @return whether it was killed
-    bool is_killed_before(std::size_t number) {
+    bool is_killed_before(std::size_t number, bool has_links = true) {
         const pid_t child = fork();
         if (child == 0) {
-            deadly_calls_t calls(number);
+            deadly_calls_t calls(number, has_links);
             replace(calls);
             _exit(0);
         }
@@ -132,23 +146,30 @@ TEST_F(file_replacement, needs_fewer_calls_for_a_new_file) {
                                    "close", "rename", "flush", "close"}));
 }
 
+TEST_F(file_replacement, copies_the_old_file_where_it_gets_no_second_name) {
+    dir.write("a.xml", old_content);
+    watched_calls_t calls;
+    calls.has_links = false;
+    replace(calls);
+    EXPECT_EQ(calls.made,
+              (calls_t{"open_folder", "create", "write",  "write",      "write",    "take_owner",
+                       "set_mode",    "flush",  "close",  "link",       "create",   "open",
+                       "read",        "write",  "read",   "take_owner", "set_mode", "flush",
+                       "close",       "close",  "rename", "flush",      "remove",   "close"}));
+    EXPECT_EQ(dir.read("a.xml"), new_content);
+    EXPECT_EQ(file_count(), 1);
+}
+
 TEST_F(file_replacement, that_fails_at_any_call_leaves_the_old_file_and_nothing_else) {
-    const calls_t unimportant = {"take_owner", "link", "remove"};
-    for (const int error : {EIO, ENOSPC, EACCES}) {
-        for (std::size_t number = 1;; ++number) {
+    for (const way_t& way : ways) {
+        for (std::size_t number = 1; number <= way.calls; ++number) {
             dir.write("a.xml", old_content);
-            failing_calls_t calls(number, error);
+            failing_calls_t calls(number, EIO, way.has_links);
             const bool is_done = try_to_replace(calls);
-            if (calls.made.size() < number) {
-                EXPECT_EQ(number, 15u);
-                break;
-            }
             const std::string& call = calls.made[number - 1];
-            const bool matters =
-                number != 14 && std::count(unimportant.begin(), unimportant.end(), call) == 0;
-            EXPECT_EQ(is_done, !matters) << number << call;
-            EXPECT_EQ(dir.read("a.xml") == new_content, is_done) << number << call;
-            EXPECT_EQ(dir.read("a.xml") == old_content, !is_done) << number << call;
+            EXPECT_EQ(is_done, std::count(way.unneeded.begin(), way.unneeded.end(), number) != 0)
+                << number << call;
+            EXPECT_EQ(dir.read("a.xml"), is_done ? new_content : old_content) << number << call;
             // Where the system does not remove a file, it stays.
             EXPECT_EQ(file_count(), call == "remove" ? 2 : 1) << number << call;
             if (call == "remove") {
@@ -156,6 +177,27 @@ TEST_F(file_replacement, that_fails_at_any_call_leaves_the_old_file_and_nothing_
                 std::filesystem::create_directory(dir.path());
             }
         }
+    }
+}
+
+TEST_F(file_replacement, that_fails_says_the_same_for_every_error) {
+    dir.write("a.xml", old_content);
+    for (const int error : {EIO, ENOSPC, EACCES, EDQUOT}) {
+        failing_calls_t opening(2, error);
+        EXPECT_THROWS(replace(opening), "error opening file " + path);
+        failing_calls_t writing(3, error);
+        EXPECT_THROWS(replace(writing), "error writing file " + path);
+    }
+    EXPECT_EQ(dir.read("a.xml"), old_content);
+}
+
+TEST_F(file_replacement, gives_back_the_old_file_with_its_mode) {
+    for (const way_t& way : ways) {
+        chmod(dir.write("a.xml", old_content).c_str(), 0640);
+        failing_calls_t calls(way.calls - 2, EIO, way.has_links);
+        EXPECT_THROWS(replace(calls), "error writing file " + path);
+        EXPECT_EQ(dir.read("a.xml"), old_content);
+        EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0640));
     }
 }
 
@@ -170,28 +212,27 @@ TEST_F(file_replacement, that_fails_at_any_call_leaves_no_file_where_there_was_n
 }
 
 TEST_F(file_replacement, that_is_killed_leaves_the_old_file_or_the_new_one) {
-    std::size_t number = 1;
-    for (bool is_new = false;; ++number) {
-        if (!is_new) {
+    for (const way_t& way : ways) {
+        for (std::size_t number = 1; number <= way.calls; ++number) {
             dir.write("a.xml", old_content);
+            EXPECT_TRUE(is_killed_before(number, way.has_links)) << number;
+            const bool is_renamed = number > way.calls - 3;
+            EXPECT_EQ(dir.read("a.xml"), is_renamed ? new_content : old_content) << number;
         }
-        if (!is_killed_before(number)) {
-            break;
-        }
-        is_new = dir.read("a.xml") == new_content;
-        EXPECT_EQ(is_new, number > 11) << number;
-        EXPECT_TRUE(is_new || dir.read("a.xml") == old_content) << number;
+        dir.write("a.xml", old_content);
+        EXPECT_FALSE(is_killed_before(way.calls + 1, way.has_links));
     }
-    EXPECT_EQ(number, 15u);
 }
 
 TEST_F(file_replacement, does_not_mind_what_was_left_by_those_that_were_killed) {
     dir.write("a.xml", old_content);
-    for (std::size_t number = 1; number != 12; ++number) {
-        EXPECT_TRUE(is_killed_before(number));
+    for (const way_t& way : ways) {
+        for (std::size_t number = 1; number != way.calls - 2; ++number) {
+            EXPECT_TRUE(is_killed_before(number, way.has_links));
+        }
+        EXPECT_EQ(dir.read("a.xml"), old_content);
     }
-    EXPECT_EQ(dir.read("a.xml"), old_content);
-    EXPECT_GT(file_count(), 9);
+    EXPECT_GT(file_count(), 19);
     watched_calls_t calls;
     replace(calls);
     EXPECT_EQ(dir.read("a.xml"), new_content);
@@ -291,13 +332,30 @@ TEST_F(file_replacement, needs_neither_links_nor_folders_that_can_be_flushed) {
     }
 }
 
-// Nothing keeps the old file there.
-TEST_F(file_replacement, without_links_that_cannot_flush_the_folder_leaves_the_new_file) {
+TEST_F(file_replacement, without_links_that_cannot_flush_the_folder_leaves_the_old_file) {
     dir.write("a.xml", old_content);
     plain_calls_t calls(EIO);
     EXPECT_THROWS(replace(calls), "error writing file " + path);
-    EXPECT_EQ(dir.read("a.xml"), new_content);
+    EXPECT_EQ(dir.read("a.xml"), old_content);
     EXPECT_EQ(file_count(), 1);
+}
+
+TEST_F(file_replacement, copies_a_large_file_in_spite_of_signals) {
+    const std::string large(10001, 'z');
+    dir.write("a.xml", large);
+    class interrupted_t : public plain_calls_t {
+    public:
+        interrupted_t() : plain_calls_t(EIO) {}
+        ssize_t read(int file, char* bytes, std::size_t size) override {
+            errno = EINTR;
+            return ++count % 2 != 0 ? -1 : file_calls_t::read(file, bytes, size);
+        }
+
+    private:
+        unsigned count = 0;
+    } calls;
+    EXPECT_THROWS(replace(calls), "error writing file " + path);
+    EXPECT_EQ(dir.read("a.xml"), large);
 }
 
 /// A file system in which all fails once a file has been renamed.

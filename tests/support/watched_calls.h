@@ -13,12 +13,19 @@ namespace test {
 class watched_calls_t : public ko::lxml::file_calls_t {
 public:
     std::vector<std::string> made;
+    bool has_links = true;
 
     int open_folder(const std::string& path) override {
         return note("open_folder") ? file_calls_t::open_folder(path) : -1;
     }
     int create(const std::string& path, mode_t mode) override {
         return note("create") ? file_calls_t::create(path, mode) : -1;
+    }
+    int open(const std::string& path) override {
+        return note("open") ? file_calls_t::open(path) : -1;
+    }
+    ssize_t read(int file, char* bytes, std::size_t size) override {
+        return note("read") ? file_calls_t::read(file, bytes, size) : -1;
     }
     ssize_t write(int file, const char* bytes, std::size_t size) override {
         return note("write") ? file_calls_t::write(file, bytes, size) : -1;
@@ -35,7 +42,7 @@ public:
         return note("close") ? result : -1;
     }
     int link(const std::string& from, const std::string& to) override {
-        return note("link") ? file_calls_t::link(from, to) : -1;
+        return note("link") && has_links ? file_calls_t::link(from, to) : -1;
     }
     int rename(const std::string& from, const std::string& to) override {
         return note("rename") ? file_calls_t::rename(from, to) : -1;
