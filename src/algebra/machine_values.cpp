@@ -96,7 +96,7 @@ slot_t machine_t::binary_of_integers(opcode_e opcode, const slot_t& a, const slo
     if (opcode == opcode_e::modulo && y == 0) {
         throw exception_t(std::string("modulo by zero"));
     }
-    return slot_t::of_int(numbers::of_integers(opcode, x, y));
+    return slot_t::of_int(operator_get(opcode).of_integers(x, y));
 }
 
 /// Gives the texts of two values when both are strings.
@@ -115,17 +115,8 @@ inline bool machine_t::texts_of(const slot_t& a, const slot_t& b, const std::str
 
 /// An operator on operands that are not both numbers, or a division by zero.
 slot_t machine_t::binary_general(opcode_e opcode, const slot_t& a, const slot_t& b) {
-    switch (opcode) {
-    case opcode_e::modulo:
-    case opcode_e::shift_left:
-    case opcode_e::shift_right:
-    case opcode_e::bit_and:
-    case opcode_e::bit_or:
-    case opcode_e::logical_and:
-    case opcode_e::logical_or:
+    if (operator_get(opcode).of_integers != nullptr) {
         return binary_of_integers(opcode, a, b);
-    default:
-        break;
     }
     const std::string* x = nullptr;
     const std::string* y = nullptr;
