@@ -61,7 +61,8 @@ bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
     if (opcode == opcode_e::divide || (opcode == opcode_e::modulo && b.int_of_number() == 0)) {
         return false;
     }
-    out = number_t::of_int(numbers::of_integers(opcode, a.int_of_number(), b.int_of_number()));
+    out =
+        number_t::of_int(operator_get(opcode).of_integers(a.int_of_number(), b.int_of_number()));
     return true;
 }
 

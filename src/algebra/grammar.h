@@ -3,8 +3,8 @@
 ///
 /// The lexer finds a row by its spelling; the parser reads from it what the operator takes, how
 /// strongly it binds and how it reports what is missing; the compiler which instruction it
-/// becomes, and the machine what it does to values that are not both numbers. A new operator is a
-/// row here, an `opcode_e`, and the case of the machine where numbers are to be quick.
+/// becomes, and the machine what it does to values. A new operator is an `opcode_e`, and at the
+/// same place a row of the table with the function it calls.
 #pragma once
 
 #include <string_view>
@@ -74,6 +74,8 @@ struct operator_t {
     const char* class_name; ///< in messages
     result_t (*unary)(const result_t& a);
     result_t (*binary)(const result_t& a, const result_t& b);
+    /// In place of `binary`, of an operator that reads both values as integers.
+    int (*of_integers)(int x, int y) = nullptr;
 };
 
 /// Strength of a token that takes no operands, or has taken them.
@@ -84,12 +86,13 @@ constexpr signed char function_strength = 3;
 /// Number of a row.
 using operator_id_t = unsigned char;
 
-constexpr operator_id_t choice_id = 20; ///< "?:"
-constexpr operator_id_t assign_id = 21; ///< "="
-constexpr operator_id_t comma_id = 22;  ///< ","
-constexpr operator_id_t operators_end = 23;
+constexpr operator_id_t choice_id = static_cast<operator_id_t>(opcode_e::push); ///< "?:"
+constexpr operator_id_t assign_id = choice_id + 1;                              ///< "="
+constexpr operator_id_t comma_id = choice_id + 2;                               ///< ","
+constexpr operator_id_t operators_end = choice_id + 3;
 
-/// The rows.
+/// The rows; those that a value comes of without a jump or a variable first, in the order of
+/// their opcodes.
 extern const operator_t operators[operators_end];
 
 /// The row of an operator.

@@ -96,7 +96,7 @@ slot_t machine_t::binary_of_integers(opcode_e opcode, slot_t a, slot_t b) {
     if (opcode == opcode_e::modulo && y == 0) {
         throw exception_t(std::string("modulo by zero"));
     }
-    return slot_t::of_int(numbers::of_integers(opcode, x, y));
+    return slot_t::of_int(operator_get(opcode).of_integers(x, y));
 }
 
 /// The text of a string, or null.
@@ -138,20 +138,12 @@ inline slot_t machine_t::join(slot_t a, slot_t b, const std::string& left,
 
 /// An operator on operands that are not both numbers, or a division by zero.
 slot_t machine_t::binary_general(opcode_e opcode, slot_t a, slot_t b) {
-    switch (opcode) {
-    case opcode_e::modulo:
-    case opcode_e::shift_left:
-    case opcode_e::shift_right:
-    case opcode_e::bit_and:
-    case opcode_e::bit_or:
-    case opcode_e::logical_and:
-    case opcode_e::logical_or:
+    if (operator_get(opcode).of_integers != nullptr) {
         return binary_of_integers(opcode, a, b);
-    case opcode_e::add:
-    case opcode_e::equal:
-    case opcode_e::not_equal:
-        break;
-    default:
+    }
+    const bool is_of_texts =
+        opcode == opcode_e::add || opcode == opcode_e::equal || opcode == opcode_e::not_equal;
+    if (!is_of_texts) {
         return binary_of_results(opcode, a, b);
     }
     const std::string* const x = text_of(a);

@@ -35,23 +35,4 @@ bool holds(opcode_e opcode, float x, float y) {
     return relation(opcode, x, y);
 }
 
-int of_integers(opcode_e opcode, int x, int y) {
-    switch (opcode) {
-    case opcode_e::modulo:
-        return arm::remainder(x, y);
-    case opcode_e::shift_left:
-        return arm::shift_left(x, y);
-    case opcode_e::shift_right:
-        return arm::shift_right(x, y);
-    case opcode_e::bit_and:
-        return x & y;
-    case opcode_e::bit_or:
-        return x | y;
-    case opcode_e::logical_and:
-        return x != 0 && y != 0 ? 1 : 0;
-    default:
-        return x != 0 || y != 0 ? 1 : 0;
-    }
-}
-
 } // namespace ko::alg::numbers

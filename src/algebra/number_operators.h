@@ -1,6 +1,6 @@
 /// @file
 /// The operators on numbers, as the machine, whose numbers are slots, and the calculator share
-/// them.
+/// them; those on integers alone stand in the table of operators.
 ///
 /// Floats are computed at once; one that is not a number is computed again, so that it becomes
 /// the one that ARM makes.
@@ -74,7 +74,23 @@ template <class N> inline N positive(const N& a) {
     return a.is_integer() ? N::of_int(a.int_view()) : N::of_float(a.float_view());
 }
 
-/// The operators that read both operands as integers, but a division by 0.
-int of_integers(opcode_e opcode, int x, int y);
+/// Whether an operator of two numbers is among those above.
+constexpr bool has_operator(opcode_e opcode) {
+    switch (opcode) {
+    case opcode_e::add:
+    case opcode_e::subtract:
+    case opcode_e::multiply:
+    case opcode_e::divide:
+    case opcode_e::less:
+    case opcode_e::less_equal:
+    case opcode_e::greater:
+    case opcode_e::greater_equal:
+    case opcode_e::equal:
+    case opcode_e::not_equal:
+        return true;
+    default:
+        return false;
+    }
+}
 
 } // namespace ko::alg::numbers
