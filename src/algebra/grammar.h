@@ -79,9 +79,9 @@ struct operator_t {
 };
 
 /// Strength of a token that takes no operands, or has taken them.
-constexpr signed char bound_strength = -15;
+constexpr int bound_strength = -15;
 /// Functions bind before every operator.
-constexpr signed char function_strength = 3;
+constexpr int function_strength = 3;
 
 /// Number of a row.
 using operator_id_t = unsigned char;

@@ -37,6 +37,7 @@ cell_t& machine_t::cell_to_write(context_t& state, unit_t& unit, std::uint32_t p
         cell_t& cell = state.variables.cell(unit.program->names[place]);
         unit.links_check(state.family, state.variables.generation_get());
         link = {&cell, &cell};
+        return cell;
     }
     return *link.to_write;
 }
