@@ -156,8 +156,8 @@ public:
     /// beside it, which do not matter to later calls.
     /// @throws ko::exception_t as `write`; "error opening file %s" where no file can be made in
     ///         the folder, or the old one is no ordinary file or must not be written; "error
-    ///         writing file %s". The old file is in its place then and nothing beside it, unless
-    ///         undoing fails, too
+    ///         writing file %s", also where neither a hard link nor a copy can keep the old one.
+    ///         That is in its place then and nothing beside it, unless undoing fails, too
     void save_atomically(const std::string& file, const write_options_t& options = {}) const;
 
     /// @name Namespaces
