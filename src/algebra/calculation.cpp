@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "algebra/limits.h"
-#include "algebra/number_operators.h"
 
 namespace ko::alg {
 
@@ -114,7 +113,7 @@ void calculation_maker_t::real_steps_add() {
             last->opcode = opcode_e::multiply_add;
         } else {
             last = last == nullptr ? made.real_steps.data() : last + 1;
-            *last = {step.opcode, step.detail, step.out, step.a, step.b, step.a};
+            *last = {step, step.a};
         }
     }
 }
@@ -239,10 +238,6 @@ bool calculation_maker_t::translate(const instruction_t& instruction) {
 /// Of two operands on the stack, the right one is above the left one; literals lie in the order
 /// of the code.
 bool calculation_maker_t::binary(const instruction_t& instruction) {
-    if (operator_get(instruction.opcode).of_integers == nullptr &&
-        !numbers::has_operator(instruction.opcode)) {
-        return false;
-    }
     if (instruction.right == operand_e::stack) {
         const std::uint16_t right = operand(instruction.right, instruction.b);
         put(instruction.opcode, operand(instruction.left, instruction.a), right);

@@ -27,12 +27,7 @@ struct calculation_t {
     };
 
     /// A step for floats alone. A sum of a product and the register `c` is one step.
-    struct real_step_t {
-        opcode_e opcode;
-        unsigned char detail;
-        std::uint16_t out;
-        std::uint16_t a;
-        std::uint16_t b;
+    struct real_step_t : step_t {
         std::uint16_t c;
     };
 

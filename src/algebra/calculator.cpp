@@ -56,13 +56,13 @@ inline bool quick_do(const calculation_t::step_t& step, number_t* r) {
 }
 
 /// Does any other step of two operands.
-/// @return false for a division by zero
+/// @return false for a division by zero, and for an operator that is not one of integers
 bool binary_do(opcode_e opcode, number_t a, number_t b, number_t& out) {
-    if (opcode == opcode_e::divide || (opcode == opcode_e::modulo && b.int_of_number() == 0)) {
+    const auto of_integers = operator_get(opcode).of_integers;
+    if (of_integers == nullptr || (opcode == opcode_e::modulo && b.int_of_number() == 0)) {
         return false;
     }
-    out =
-        number_t::of_int(operator_get(opcode).of_integers(a.int_of_number(), b.int_of_number()));
+    out = number_t::of_int(of_integers(a.int_of_number(), b.int_of_number()));
     return true;
 }
 

@@ -74,23 +74,4 @@ template <class N> inline N positive(const N& a) {
     return a.is_integer() ? N::of_int(a.int_view()) : N::of_float(a.float_view());
 }
 
-/// Whether an operator of two numbers is among those above.
-constexpr bool has_operator(opcode_e opcode) {
-    switch (opcode) {
-    case opcode_e::add:
-    case opcode_e::subtract:
-    case opcode_e::multiply:
-    case opcode_e::divide:
-    case opcode_e::less:
-    case opcode_e::less_equal:
-    case opcode_e::greater:
-    case opcode_e::greater_equal:
-    case opcode_e::equal:
-    case opcode_e::not_equal:
-        return true;
-    default:
-        return false;
-    }
-}
-
 } // namespace ko::alg::numbers
